@@ -1,0 +1,74 @@
+// What the core asks the shell to do. Effects are plain values; the order of a
+// step's list of effects is part of each operation's contract.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <variant>
+
+#include "Records.h"
+
+namespace velmar {
+
+namespace effect {
+struct ReadFile {
+    ConfigFile file;
+    std::string path;
+    bool operator==(const ReadFile&) const = default;
+};
+struct WriteFile {
+    ConfigFile file;
+    std::string path;
+    std::string contents;
+    bool operator==(const WriteFile&) const = default;
+};
+struct FetchPrs {
+    std::string repo;
+    std::optional<std::string> path;
+    bool operator==(const FetchPrs&) const = default;
+};
+struct FetchSuggestions {
+    SuggestionSource source;
+    std::optional<std::string> path;
+    bool operator==(const FetchSuggestions&) const = default;
+};
+struct GhPreflight {
+    std::optional<std::string> path;
+    bool operator==(const GhPreflight&) const = default;
+};
+struct BrewProbe {
+    std::optional<std::string> path;
+    bool operator==(const BrewProbe&) const = default;
+};
+struct OpenURL {
+    std::string url;
+    std::string app;  // empty: the system's default handler
+    bool operator==(const OpenURL&) const = default;
+};
+struct CopyToClipboard {
+    std::string text;
+    bool operator==(const CopyToClipboard&) const = default;
+};
+struct ResolveHome {
+    bool operator==(const ResolveHome&) const = default;
+};
+struct ResolvePath {
+    bool operator==(const ResolvePath&) const = default;
+};
+struct DetectBrowsers {
+    bool operator==(const DetectBrowsers&) const = default;
+};
+}  // namespace effect
+
+/// The 11 cases, in the order of their JSON names.
+using Effect = std::variant<effect::ReadFile, effect::WriteFile, effect::FetchPrs,
+                            effect::FetchSuggestions, effect::GhPreflight, effect::BrewProbe,
+                            effect::OpenURL, effect::CopyToClipboard, effect::ResolveHome,
+                            effect::ResolvePath, effect::DetectBrowsers>;
+
+using Effects = std::vector<Effect>;
+
+/// The "effect" text of a case, e.g. "fetch_prs".
+std::string_view effectName(const Effect&);
+
+}  // namespace velmar

@@ -1,0 +1,54 @@
+// The JSON forms of records, messages and effects. Optional fields without a
+// value are left out, never written as null. Decoding a message never throws:
+// it gives the message or a DecodeError.
+#pragma once
+
+#include <nlohmann/json.hpp>
+#include <string>
+#include <string_view>
+#include <variant>
+
+#include "Effect.h"
+#include "Model.h"
+#include "Msg.h"
+
+namespace velmar {
+
+using Json = nlohmann::json;  // std::map objects: keys come out sorted
+
+Json toJson(const Model&);
+Json toJson(const Repo&);
+Json toJson(const PR&);
+Json toJson(const Browser&);
+Json toJson(const DetectedBrowser&);
+Json toJson(const Suggestion&);
+Json toJson(const WindowFrame&);
+Json toJson(const Msg&);
+Json toJson(const Effect&);
+
+/// Why a message could not be decoded.
+struct DecodeError {
+    enum class Kind { keyNotFound, valueNotFound, typeMismatch, dataCorrupted };
+    Kind kind = Kind::dataCorrupted;
+    std::string key;          // keyNotFound: the missing key alone
+    std::string type;         // valueNotFound, typeMismatch: "String", "Int", "Int32", "Double", "Bool", ...
+    std::string path;         // keys leading to the value, joined by "."
+    std::string description;  // dataCorrupted: the error's own words (one line)
+    bool operator==(const DecodeError&) const = default;
+};
+
+/// Puts a decoding failure into words, e.g. "missing field 'on'".
+std::string describe(const DecodeError&);
+
+using DecodeResult = std::variant<Msg, DecodeError>;
+
+/// Decodes one message from UTF-8 JSON text.
+DecodeResult decodeMsg(std::string_view text);
+/// Decodes one message from an already parsed JSON value.
+DecodeResult decodeMsg(const Json& value);
+
+/// Compact JSON text with sorted keys and "/" unescaped; throws on text that
+/// cannot be encoded (invalid UTF-8).
+std::string dumpCompact(const Json&);
+
+}  // namespace velmar

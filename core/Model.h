@@ -1,0 +1,140 @@
+// The whole application state and the operations of `update` on it. Every
+// operation changes the model in place and returns its effects in order; the
+// definitions live in files by subject (Update*, Derived).
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "Effect.h"
+#include "Msg.h"
+#include "Records.h"
+
+namespace velmar {
+
+/// One entry of a preview menu.
+namespace menu {
+struct Open {
+    std::string title;
+    std::optional<std::int64_t> browser;  // absent: the selected browser
+    bool operator==(const Open&) const = default;
+};
+struct Copy {
+    std::string title;
+    bool operator==(const Copy&) const = default;
+};
+struct Separator {
+    bool operator==(const Separator&) const = default;
+};
+}  // namespace menu
+using PreviewMenuItem = std::variant<menu::Open, menu::Copy, menu::Separator>;
+
+/// One row of the pull-request list: a repository header or a pull request.
+struct ListRow {
+    std::variant<Repo, PR> item;
+    bool operator==(const ListRow&) const = default;
+
+    bool isHeader() const { return std::holds_alternative<Repo>(item); }
+    /// "repo-<Repo.id>" or "pr-<PR.id>".
+    std::string id() const;
+};
+
+struct Model {
+    Screen screen = Screen::list;
+    std::vector<Repo> repos;
+    std::vector<PR> prs;
+    std::vector<Browser> browsers;
+    std::vector<Suggestion> suggestions;
+    std::int64_t nextRepoId = 1;
+    std::int64_t nextBrowserId = 1;
+    std::optional<std::int64_t> selectedBrowser;
+    std::optional<std::string> browserPref;
+    BrowserMode browserMode = BrowserMode::open;
+    bool manualConfigured = false;
+    std::vector<std::string> storedShown;
+    bool browsersDetected = false;
+    bool autoRefresh = false;  // JSON key "auto" (`auto` is a C++ keyword)
+    Appearance appearance = Appearance::dark;
+    GhStatus gh = GhStatus::unknown;
+    std::optional<bool> brewInstalled;
+    bool onboarded = false;
+    bool settingsLoaded = false;
+    bool reposLoaded = false;
+    bool browsersLoaded = false;
+    bool userNavigated = false;
+    std::optional<std::int64_t> hoveredPr;
+    bool addOpen = false;
+    std::string addText;
+    std::optional<std::int64_t> editingRepo;
+    std::string editText;
+    std::optional<std::string> home;
+    std::optional<std::string> path;
+    bool pathResolved = false;
+    bool fetchInFlight = false;
+    std::optional<WindowFrame> lastFrame;
+    std::optional<std::string> flash = std::string(Flash::loading);
+
+    bool operator==(const Model&) const = default;
+
+    // ---- The step (Update.cpp) ----
+    /// Changes the model by the case of `msg`; returns the effects in order.
+    Effects apply(const Msg& msg);
+
+    // ---- Persistence and boot (UpdatePersistence.cpp) ----
+    Effects fileRead(ConfigFile file, const std::string& contents);
+    /// The one way to save: no effect while `home` is unknown.
+    Effects write(ConfigFile file, std::string contents) const;
+    Effects writeSettings() const;
+    Effects finishOnboarding();
+
+    // ---- Fetch queue (UpdateFetch.cpp) ----
+    Effects refresh();
+    void requeueAll();
+    Effects startNext();
+    Effects prsFetched(const std::string& output, bool ok);
+    Effects prsSpawnFailed();
+
+    // ---- Repositories and suggestions (UpdateRepos.cpp) ----
+    Effects addRepo(const std::string& slug);
+    Effects removeRepo(std::int64_t id);
+    Effects moveRepo(std::int64_t id, std::int64_t toIndex);
+    Effects savePattern();
+    void mergeSuggestions(SuggestionSource source, const std::vector<std::string>& names);
+
+    // ---- Browsers (UpdateBrowsers.cpp) ----
+    void browsersDetectedFrom(const std::vector<DetectedBrowser>& list);
+    void resolveSelection();
+    Effects selectBrowser(std::int64_t id);
+    Effects setBrowserMode(BrowserMode mode);
+    Effects toggleBrowserShown(std::int64_t id);
+    /// The write of the browsers file with the current preferences.
+    Effects writeBrowsers() const;
+
+    // ---- Derived views (Derived.cpp); pure functions of the model ----
+    bool showsOnboarding() const;
+    bool showsGhBanner() const;
+    bool isRefreshing() const;
+    std::string statusLine() const;
+    std::string footerText() const;
+    const PR* pr(std::int64_t id) const;
+    const Repo* repo(std::int64_t id) const;
+    std::vector<Repo> orderedRepos() const;
+    std::vector<ListRow> listRows() const;
+    std::vector<Browser> visibleBrowsers() const;
+    const Browser* selectedBrowserEntry() const;
+    std::vector<std::string> shownKeys() const;
+    std::vector<PreviewMenuItem> previewMenu(const PR& pr) const;
+    std::string launcherApp(std::optional<std::int64_t> browserId) const;
+    /// The `app` of the selected browser, or empty.
+    std::string selectedApp() const;
+    bool canSubmitAdd() const;
+    std::vector<Suggestion> filteredSuggestions() const;
+};
+
+/// The core's single step: copies the model, applies the message to the copy.
+std::pair<Model, Effects> update(const Model& model, const Msg& msg);
+
+}  // namespace velmar
