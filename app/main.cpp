@@ -1,10 +1,38 @@
 #include <cstdio>
 #include <cstring>
-#include <iostream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "Headless.h"
+
+namespace {
+
+// Reads standard input to its end as raw bytes: no newline translation, and
+// NUL or invalid UTF-8 reach the decoder as they are.
+std::string readAll(std::FILE* in) {
+    std::string data;
+    char buffer[1 << 16];
+    std::size_t n;
+    while ((n = std::fread(buffer, 1, sizeof buffer, in)) > 0) data.append(buffer, n);
+    return data;
+}
+
+// Lines end at "\n"; a last line without one still counts, and a trailing
+// "\n" does not start an empty line. "\r" is left to the driver's trimming.
+std::vector<std::string> splitLines(std::string_view data) {
+    std::vector<std::string> lines;
+    std::size_t start = 0;
+    while (start < data.size()) {
+        std::size_t end = data.find('\n', start);
+        if (end == std::string_view::npos) end = data.size();
+        lines.emplace_back(data.substr(start, end - start));
+        start = end + 1;
+    }
+    return lines;
+}
+
+}  // namespace
 
 int main(int argc, char** argv) {
     bool headless = false;
@@ -14,12 +42,13 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "velmar: the window is not built yet; run with --headless\n");
         return 1;
     }
-    std::vector<std::string> lines;
-    std::string line;
-    while (std::getline(std::cin, line)) lines.push_back(line);
-    for (const auto& out : velmar::Headless::run(lines)) {
-        std::fwrite(out.data(), 1, out.size(), stdout);
-        std::fputc('\n', stdout);
+    // Nothing is printed before the whole input has been read.
+    auto lines = splitLines(readAll(stdin));
+    std::string out;
+    for (const auto& line : velmar::Headless::run(lines)) {
+        out += line;
+        out += '\n';
     }
+    std::fwrite(out.data(), 1, out.size(), stdout);
     return 0;
 }

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <nlohmann/json.hpp>
+#include <iosfwd>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -50,5 +51,28 @@ DecodeResult decodeMsg(const Json& value);
 /// Compact JSON text with sorted keys and "/" unescaped; throws on text that
 /// cannot be encoded (invalid UTF-8).
 std::string dumpCompact(const Json&);
+
+/// GoogleTest printers: a message or an effect reads as its compact JSON form.
+void PrintTo(const Msg&, std::ostream*);
+void PrintTo(const Effect&, std::ostream*);
+
+namespace detail {
+template <typename T, typename Variant> struct IsAlternative;
+template <typename T, typename... Ts>
+struct IsAlternative<T, std::variant<Ts...>> : std::bool_constant<(std::is_same_v<T, Ts> || ...)> {};
+}  // namespace detail
+
+// GoogleTest prints a std::variant through the alternative it holds, and finds
+// the alternative's printer by argument-dependent lookup in these namespaces.
+namespace msg {
+template <typename T>
+    requires detail::IsAlternative<T, Msg>::value
+void PrintTo(const T& m, std::ostream* os) { velmar::PrintTo(Msg(m), os); }
+}  // namespace msg
+namespace effect {
+template <typename T>
+    requires detail::IsAlternative<T, Effect>::value
+void PrintTo(const T& e, std::ostream* os) { velmar::PrintTo(Effect(e), os); }
+}  // namespace effect
 
 }  // namespace velmar

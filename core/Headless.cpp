@@ -1,0 +1,68 @@
+// The headless replay: every script line becomes a Step or a Failure line, and
+// the run ends with the Final model. Effects are only described, never done.
+#include "Headless.h"
+
+#include "Json.h"
+#include "Model.h"
+#include "Text.h"
+
+namespace velmar::Headless {
+
+namespace {
+
+// Any line whose text cannot be encoded (invalid UTF-8 reached the model or an
+// effect) is replaced whole, so one bad value never stops the run.
+std::string encodeOrPlaceholder(const Json& record) {
+    try {
+        return dumpCompact(record);
+    } catch (const std::exception&) {
+        return std::string(encodeFailed);
+    }
+}
+
+std::string stepLine(std::int64_t number, const Msg& msg, const Effects& effects,
+                     const Model& model) {
+    Json effectList = Json::array();
+    for (const auto& e : effects) effectList.push_back(toJson(e));
+    Json step = Json::object();
+    step["step"] = number;
+    step["msg"] = toJson(msg);
+    step["effects"] = std::move(effectList);
+    step["status"] = model.statusLine();
+    return encodeOrPlaceholder(step);
+}
+
+std::string failureLine(std::int64_t number, const DecodeError& error) {
+    Json failure = Json::object();
+    failure["error"] = describe(error);
+    failure["line"] = number;
+    return encodeOrPlaceholder(failure);
+}
+
+}  // namespace
+
+std::vector<std::string> run(const std::vector<std::string>& lines) {
+    std::vector<std::string> out;
+    Model model;
+    std::int64_t number = 0;
+    for (const auto& line : lines) {
+        ++number;  // every input line counts, also those passed over
+        std::string text = text::trimWhitespaceAndNewlines(line);
+        if (text.empty() || text.front() == '#') continue;
+        auto decoded = decodeMsg(std::string_view(text));
+        if (const auto* error = std::get_if<DecodeError>(&decoded)) {
+            out.push_back(failureLine(number, *error));
+            continue;
+        }
+        const Msg& msg = std::get<Msg>(decoded);
+        // In place, as `update` would on a copy: the result is the same model.
+        Effects effects = model.apply(msg);
+        out.push_back(stepLine(number, msg, effects, model));
+    }
+    Json final = Json::object();
+    final["model"] = toJson(model);
+    out.push_back(encodeOrPlaceholder(final));
+    return out;
+}
+
+}  // namespace velmar::Headless

@@ -1,0 +1,579 @@
+// The JSON forms of the records, of Msg and of Effect, and the Msg decoder.
+//
+// Each record and message case lists its fields once, in `fieldsOf`, in the
+// order in which the decoder reads them; the same list drives the writer, so
+// the two directions cannot drift apart. Text is parsed by our own DOM builder
+// on nlohmann's SAX interface, which bounds the nesting depth and words parse
+// failures without echoing the input.
+#include "Json.h"
+
+#include <cmath>
+#include <limits>
+#include <ostream>
+#include <type_traits>
+#include <utility>
+
+namespace velmar {
+
+namespace {
+
+template <typename T, typename U>
+concept Is = std::same_as<std::remove_const_t<T>, U>;
+
+template <typename T>
+concept Enumeration = std::is_enum_v<T>;
+
+template <typename T>
+concept Record = std::is_class_v<T>;
+
+// ---- Field lists: the keys of each record and case, in reading order ----
+
+void fieldsOf(Is<WindowFrame> auto& f, auto&& v) {
+    v("x", f.x);
+    v("y", f.y);
+    v("width", f.width);
+    v("height", f.height);
+}
+void fieldsOf(Is<DetectedBrowser> auto& b, auto&& v) {
+    v("app", b.app);
+    v("running", b.running);
+}
+void fieldsOf(Is<Suggestion> auto& s, auto&& v) {
+    v("name", s.name);
+    v("mine", s.mine);
+}
+void fieldsOf(Is<Repo> auto& r, auto&& v) {
+    v("id", r.id);
+    v("name", r.name);
+    v("pattern", r.pattern);
+    v("state", r.state);
+    v("count", r.count);
+    v("failed", r.failed);
+    v("detectedPattern", r.detectedPattern);
+}
+void fieldsOf(Is<PR> auto& p, auto&& v) {
+    v("id", p.id);
+    v("repoId", p.repoId);
+    v("repo", p.repo);
+    v("number", p.number);
+    v("title", p.title);
+    v("author", p.author);
+    v("branch", p.branch);
+    v("isDraft", p.isDraft);
+    v("url", p.url);
+    v("preview", p.preview);
+    v("previewSource", p.previewSource);
+    v("commentPreview", p.commentPreview);
+}
+void fieldsOf(Is<Browser> auto& b, auto&& v) {
+    v("id", b.id);
+    v("name", b.name);
+    v("app", b.app);
+    v("initials", b.initials);
+    v("running", b.running);
+    v("shown", b.shown);
+}
+void fieldsOf(Is<Model> auto& m, auto&& v) {
+    v("screen", m.screen);
+    v("repos", m.repos);
+    v("prs", m.prs);
+    v("browsers", m.browsers);
+    v("suggestions", m.suggestions);
+    v("nextRepoId", m.nextRepoId);
+    v("nextBrowserId", m.nextBrowserId);
+    v("selectedBrowser", m.selectedBrowser);
+    v("browserPref", m.browserPref);
+    v("browserMode", m.browserMode);
+    v("manualConfigured", m.manualConfigured);
+    v("storedShown", m.storedShown);
+    v("browsersDetected", m.browsersDetected);
+    v("auto", m.autoRefresh);
+    v("appearance", m.appearance);
+    v("gh", m.gh);
+    v("brewInstalled", m.brewInstalled);
+    v("onboarded", m.onboarded);
+    v("settingsLoaded", m.settingsLoaded);
+    v("reposLoaded", m.reposLoaded);
+    v("browsersLoaded", m.browsersLoaded);
+    v("userNavigated", m.userNavigated);
+    v("hoveredPr", m.hoveredPr);
+    v("addOpen", m.addOpen);
+    v("addText", m.addText);
+    v("editingRepo", m.editingRepo);
+    v("editText", m.editText);
+    v("home", m.home);
+    v("path", m.path);
+    v("pathResolved", m.pathResolved);
+    v("fetchInFlight", m.fetchInFlight);
+    v("lastFrame", m.lastFrame);
+    v("flash", m.flash);
+}
+
+void fieldsOf(Is<msg::WindowRestored> auto& m, auto&& v) { v("frame", m.frame); }
+void fieldsOf(Is<msg::HomeResolved> auto& m, auto&& v) { v("home", m.home); }
+void fieldsOf(Is<msg::PathResolved> auto& m, auto&& v) { v("path", m.path); }
+void fieldsOf(Is<msg::BrowsersDetected> auto& m, auto&& v) { v("browsers", m.browsers); }
+void fieldsOf(Is<msg::FileRead> auto& m, auto&& v) {
+    v("file", m.file);
+    v("contents", m.contents);
+}
+void fieldsOf(Is<msg::FileWritten> auto& m, auto&& v) {
+    v("file", m.file);
+    v("ok", m.ok);
+}
+void fieldsOf(Is<msg::PrsFetched> auto& m, auto&& v) {
+    v("output", m.output);
+    v("ok", m.ok);
+}
+void fieldsOf(Is<msg::SuggestionsFetched> auto& m, auto&& v) {
+    v("source", m.source);
+    v("output", m.output);
+    v("ok", m.ok);
+}
+void fieldsOf(Is<msg::GhChecked> auto& m, auto&& v) { v("exit", m.exit); }
+void fieldsOf(Is<msg::BrewProbed> auto& m, auto&& v) { v("installed", m.installed); }
+void fieldsOf(Is<msg::SetAuto> auto& m, auto&& v) { v("on", m.on); }
+void fieldsOf(Is<msg::SetAppearance> auto& m, auto&& v) { v("appearance", m.appearance); }
+void fieldsOf(Is<msg::Navigate> auto& m, auto&& v) { v("screen", m.screen); }
+void fieldsOf(Is<msg::OpenPr> auto& m, auto&& v) { v("id", m.id); }
+void fieldsOf(Is<msg::CopyPrLink> auto& m, auto&& v) { v("id", m.id); }
+void fieldsOf(Is<msg::OpenPreview> auto& m, auto&& v) {
+    v("id", m.id);
+    v("browser", m.browser);
+}
+void fieldsOf(Is<msg::CopyPreview> auto& m, auto&& v) { v("id", m.id); }
+void fieldsOf(Is<msg::HoverPr> auto& m, auto&& v) { v("id", m.id); }
+void fieldsOf(Is<msg::UnhoverPr> auto& m, auto&& v) { v("id", m.id); }
+void fieldsOf(Is<msg::SelectBrowser> auto& m, auto&& v) { v("id", m.id); }
+void fieldsOf(Is<msg::SetBrowserMode> auto& m, auto&& v) { v("mode", m.mode); }
+void fieldsOf(Is<msg::ToggleBrowserShown> auto& m, auto&& v) { v("id", m.id); }
+void fieldsOf(Is<msg::AddText> auto& m, auto&& v) { v("text", m.text); }
+void fieldsOf(Is<msg::PickSuggestion> auto& m, auto&& v) { v("name", m.name); }
+void fieldsOf(Is<msg::EditPattern> auto& m, auto&& v) { v("repo_id", m.repoId); }
+void fieldsOf(Is<msg::EditText> auto& m, auto&& v) { v("text", m.text); }
+void fieldsOf(Is<msg::RemoveRepo> auto& m, auto&& v) { v("id", m.id); }
+void fieldsOf(Is<msg::MoveRepo> auto& m, auto&& v) {
+    v("id", m.id);
+    v("index", m.toIndex);
+}
+void fieldsOf(Is<msg::CopyRepoName> auto& m, auto&& v) { v("id", m.id); }
+void fieldsOf(Is<msg::OpenRepo> auto& m, auto&& v) { v("id", m.id); }
+void fieldsOf(Is<msg::CopyRepoLink> auto& m, auto&& v) { v("id", m.id); }
+void fieldsOf(Is<msg::CopyCommand> auto& m, auto&& v) { v("command", m.command); }
+void fieldsOf(Is<msg::WindowMoved> auto& m, auto&& v) { v("frame", m.frame); }
+
+void fieldsOf(Is<effect::ReadFile> auto& e, auto&& v) {
+    v("file", e.file);
+    v("path", e.path);
+}
+void fieldsOf(Is<effect::WriteFile> auto& e, auto&& v) {
+    v("file", e.file);
+    v("path", e.path);
+    v("contents", e.contents);
+}
+void fieldsOf(Is<effect::FetchPrs> auto& e, auto&& v) {
+    v("repo", e.repo);
+    v("path", e.path);
+}
+void fieldsOf(Is<effect::FetchSuggestions> auto& e, auto&& v) {
+    v("source", e.source);
+    v("path", e.path);
+}
+void fieldsOf(Is<effect::GhPreflight> auto& e, auto&& v) { v("path", e.path); }
+void fieldsOf(Is<effect::BrewProbe> auto& e, auto&& v) { v("path", e.path); }
+void fieldsOf(Is<effect::OpenURL> auto& e, auto&& v) {
+    v("url", e.url);
+    v("app", e.app);
+}
+void fieldsOf(Is<effect::CopyToClipboard> auto& e, auto&& v) { v("text", e.text); }
+
+// Cases without payload have no field list.
+template <typename T, typename Visitor>
+void eachField(T& value, Visitor&& v) {
+    if constexpr (!std::is_empty_v<std::remove_const_t<T>>) fieldsOf(value, v);
+}
+
+// ---- Names ----
+
+constexpr std::string_view msgNames[] = {
+    "boot", "window_restored", "home_resolved", "path_resolved", "browsers_detected",
+    "browsers_detect_failed", "file_read", "file_written", "prs_fetched", "prs_spawn_failed",
+    "suggestions_fetched", "gh_checked", "brew_probed", "open_failed", "auto_tick",
+    "detect_tick", "onboarding_tick", "refresh", "set_auto", "set_appearance", "navigate",
+    "open_pr", "copy_pr_link", "open_preview", "copy_preview", "hover_pr", "unhover_pr",
+    "select_browser", "set_browser_mode", "toggle_browser_shown", "open_add", "close_add",
+    "add_text", "submit_add", "pick_suggestion", "edit_pattern", "edit_text", "save_pattern",
+    "cancel_edit", "remove_repo", "move_repo", "copy_repo_name", "open_repo", "copy_repo_link",
+    "onboarding_continue", "onboarding_skip", "open_install_page", "copy_command",
+    "window_moved"};
+static_assert(std::size(msgNames) == std::variant_size_v<Msg>);
+
+constexpr std::string_view effectNames[] = {
+    "read_file",      "write_file",   "fetch_prs",    "fetch_suggestions",
+    "gh_preflight",   "brew_probe",   "open_url",     "copy_to_clipboard",
+    "resolve_home",   "resolve_path", "detect_browsers"};
+static_assert(std::size(effectNames) == std::variant_size_v<Effect>);
+
+template <Enumeration E> constexpr std::string_view enumName();
+template <> constexpr std::string_view enumName<Screen>() { return "Screen"; }
+template <> constexpr std::string_view enumName<Appearance>() { return "Appearance"; }
+template <> constexpr std::string_view enumName<BrowserMode>() { return "BrowserMode"; }
+template <> constexpr std::string_view enumName<GhStatus>() { return "GhStatus"; }
+template <> constexpr std::string_view enumName<RepoState>() { return "RepoState"; }
+template <> constexpr std::string_view enumName<PreviewSource>() { return "PreviewSource"; }
+template <> constexpr std::string_view enumName<SuggestionSource>() { return "SuggestionSource"; }
+template <> constexpr std::string_view enumName<ConfigFile>() { return "ConfigFile"; }
+
+// ---- Writing ----
+
+Json encode(const std::string& s) { return s; }
+Json encode(bool b) { return b; }
+Json encode(std::int64_t i) { return i; }
+Json encode(std::int32_t i) { return i; }
+Json encode(double d) { return d; }
+template <Enumeration E> Json encode(E e) { return std::string(jsonText(e)); }
+template <Record R> Json encode(const R& r);
+template <typename T> Json encode(const std::vector<T>& list) {
+    Json array = Json::array();
+    array.get_ref<Json::array_t&>().reserve(list.size());
+    for (const auto& item : list) array.push_back(encode(item));
+    return array;
+}
+
+struct Writer {
+    Json& object;
+    template <typename T> void operator()(const char* key, const T& value) const {
+        object[key] = encode(value);
+    }
+    // Absent optionals are left out, never written as null.
+    template <typename T> void operator()(const char* key, const std::optional<T>& value) const {
+        if (value) object[key] = encode(*value);
+    }
+};
+
+template <Record R> Json encode(const R& r) {
+    Json object = Json::object();
+    eachField(r, Writer{object});
+    return object;
+}
+
+template <typename Variant>
+Json encodeCase(const Variant& value, const char* nameKey, std::string_view name) {
+    return std::visit(
+        [&](const auto& alternative) {
+            Json object = Json::object();
+            object[nameKey] = std::string(name);
+            eachField(alternative, Writer{object});
+            return object;
+        },
+        value);
+}
+
+// ---- Reading ----
+
+// Thrown inside the decoder only; decodeMsg turns it into its result.
+struct Failed {
+    DecodeError error;
+};
+
+[[noreturn]] void fail(DecodeError::Kind kind, std::string key, std::string type,
+                       std::string path, std::string description) {
+    throw Failed{{kind, std::move(key), std::move(type), std::move(path), std::move(description)}};
+}
+
+template <typename T> std::string typeName() {
+    if constexpr (std::is_same_v<T, std::string> || std::is_enum_v<T>) return "String";
+    else if constexpr (std::is_same_v<T, bool>) return "Bool";
+    else if constexpr (std::is_same_v<T, std::int64_t>) return "Int";
+    else if constexpr (std::is_same_v<T, std::int32_t>) return "Int32";
+    else if constexpr (std::is_same_v<T, double>) return "Double";
+    else if constexpr (requires { typename T::value_type; }) return "Array";
+    else return "Object";
+}
+
+[[noreturn]] void mismatch(std::string type, const std::string& path) {
+    fail(DecodeError::Kind::typeMismatch, {}, std::move(type), path, {});
+}
+
+std::string joinPath(const std::string& prefix, std::string_view key) {
+    if (prefix.empty()) return std::string(key);
+    std::string path = prefix;
+    path += '.';
+    path += key;
+    return path;
+}
+
+// An integral JSON number that fits in [low, high]; anything else is absent.
+std::optional<std::int64_t> integral(const Json& v, std::int64_t low, std::int64_t high) {
+    std::int64_t i = 0;
+    if (v.is_number_unsigned()) {
+        auto u = v.get<std::uint64_t>();
+        if (u > static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max())) return {};
+        i = static_cast<std::int64_t>(u);
+    } else if (v.is_number_integer()) {
+        i = v.get<std::int64_t>();
+    } else if (v.is_number_float()) {
+        // 1.0 and 1e3 name integers; 1.5 and 1e300 do not fit.
+        double d = v.get<double>();
+        if (!std::isfinite(d) || d != std::trunc(d) || d < -0x1p63 || d >= 0x1p63) return {};
+        i = static_cast<std::int64_t>(d);
+    } else {
+        return {};
+    }
+    if (i < low || i > high) return {};
+    return i;
+}
+
+void read(const Json& v, const std::string& path, std::string& out) {
+    if (!v.is_string()) mismatch("String", path);
+    out = v.get_ref<const std::string&>();
+}
+void read(const Json& v, const std::string& path, bool& out) {
+    if (!v.is_boolean()) mismatch("Bool", path);
+    out = v.get<bool>();
+}
+void read(const Json& v, const std::string& path, std::int64_t& out) {
+    auto i = integral(v, std::numeric_limits<std::int64_t>::min(),
+                      std::numeric_limits<std::int64_t>::max());
+    if (!i) mismatch("Int", path);
+    out = *i;
+}
+void read(const Json& v, const std::string& path, std::int32_t& out) {
+    auto i = integral(v, std::numeric_limits<std::int32_t>::min(),
+                      std::numeric_limits<std::int32_t>::max());
+    if (!i) mismatch("Int32", path);
+    out = static_cast<std::int32_t>(*i);
+}
+void read(const Json& v, const std::string& path, double& out) {
+    if (!v.is_number()) mismatch("Double", path);
+    out = v.get<double>();
+}
+template <Enumeration E> void read(const Json& v, const std::string& path, E& out) {
+    if (!v.is_string()) mismatch("String", path);
+    auto value = fromJsonText<E>(v.get_ref<const std::string&>());
+    if (!value)
+        fail(DecodeError::Kind::dataCorrupted, {}, {}, path,
+             "unknown " + std::string(enumName<E>()) + " text at '" + path + "'");
+    out = *value;
+}
+template <Record R> void read(const Json& v, const std::string& path, R& out);
+template <typename T> void read(const Json& v, const std::string& path, std::vector<T>& out) {
+    if (!v.is_array()) mismatch("Array", path);
+    out.clear();
+    out.reserve(v.size());
+    std::size_t index = 0;
+    for (const auto& element : v) {
+        std::string at = joinPath(path, std::to_string(index++));
+        if (element.is_null()) fail(DecodeError::Kind::valueNotFound, {}, typeName<T>(), at, {});
+        read(element, at, out.emplace_back());
+    }
+}
+
+class Reader {
+public:
+    Reader(const Json& object, std::string path) : object_(object), path_(std::move(path)) {}
+
+    template <typename T> void operator()(const char* key, T& out) const {
+        const Json* value = find(key);
+        if (!value) fail(DecodeError::Kind::keyNotFound, key, {}, path_, {});
+        if (value->is_null())
+            fail(DecodeError::Kind::valueNotFound, {}, typeName<T>(), joinPath(path_, key), {});
+        read(*value, joinPath(path_, key), out);
+    }
+    // Missing and null both leave an optional absent.
+    template <typename T> void operator()(const char* key, std::optional<T>& out) const {
+        const Json* value = find(key);
+        if (!value || value->is_null()) {
+            out.reset();
+            return;
+        }
+        read(*value, joinPath(path_, key), out.emplace());
+    }
+
+private:
+    const Json* find(const char* key) const {
+        auto it = object_.find(key);
+        return it == object_.end() ? nullptr : &*it;
+    }
+    const Json& object_;
+    std::string path_;
+};
+
+template <Record R> void read(const Json& v, const std::string& path, R& out) {
+    if (!v.is_object()) mismatch("Object", path);
+    eachField(out, Reader(v, path));
+}
+
+// One decoder per case, indexed like the variant.
+template <std::size_t I> Msg decodeCase(const Json& object) {
+    std::variant_alternative_t<I, Msg> m{};
+    eachField(m, Reader(object, {}));
+    return m;
+}
+using CaseDecoder = Msg (*)(const Json&);
+template <std::size_t... I>
+constexpr auto makeDecoders(std::index_sequence<I...>) {
+    return std::array<CaseDecoder, sizeof...(I)>{&decodeCase<I>...};
+}
+constexpr auto caseDecoders = makeDecoders(std::make_index_sequence<std::variant_size_v<Msg>>{});
+
+// ---- Parsing text ----
+
+// Builds the DOM like nlohmann's own parser, but stops at a nesting depth that
+// no message needs, so hostile input costs bounded memory and time.
+class BoundedDomBuilder final : public nlohmann::json_sax<Json> {
+public:
+    static constexpr std::size_t maxDepth = 512;
+
+    explicit BoundedDomBuilder(Json& root) : root_(root) {}
+
+    bool null() override { return add(nullptr); }
+    bool boolean(bool v) override { return add(v); }
+    bool number_integer(number_integer_t v) override { return add(v); }
+    bool number_unsigned(number_unsigned_t v) override { return add(v); }
+    bool number_float(number_float_t v, const string_t&) override { return add(v); }
+    // The lexer clears its buffer before the next token, so the text can be moved.
+    bool string(string_t& v) override { return add(std::move(v)); }
+    bool binary(binary_t&) override { return add(nullptr); }  // JSON text has no binary values
+    bool start_object(std::size_t) override { return open(Json::value_t::object); }
+    bool key(string_t& k) override {
+        slot_ = &(*stack_.back())[std::move(k)];
+        return true;
+    }
+    bool end_object() override { return close(); }
+    bool start_array(std::size_t) override { return open(Json::value_t::array); }
+    bool end_array() override { return close(); }
+    bool parse_error(std::size_t position, const std::string&,
+                     const nlohmann::detail::exception& ex) override {
+        position_ = position;
+        reason_ = reasonOf(ex.what());
+        return false;
+    }
+
+    /// One line in our own words; the offending bytes are never quoted.
+    std::string failure() const {
+        if (tooDeep_)
+            return "not valid JSON: nested deeper than " + std::to_string(maxDepth) + " levels";
+        return "not valid JSON: " + reason_ + " at byte " + std::to_string(position_);
+    }
+
+private:
+    static std::string reasonOf(std::string_view what) {
+        if (what.find("UTF-8") != std::string_view::npos) return "ill-formed UTF-8";
+        if (what.find("end of input") != std::string_view::npos) return "unexpected end of input";
+        if (what.find("control character") != std::string_view::npos)
+            return "unescaped control character in a string";
+        if (what.find("\\u") != std::string_view::npos) return "invalid \\u escape";
+        return "unexpected character";
+    }
+
+    template <typename V> bool add(V&& value) {
+        place(Json(std::forward<V>(value)));
+        return true;
+    }
+    Json* place(Json&& value) {
+        if (stack_.empty()) {
+            root_ = std::move(value);
+            return &root_;
+        }
+        Json& top = *stack_.back();
+        if (top.is_array()) {
+            auto& array = top.get_ref<Json::array_t&>();
+            array.push_back(std::move(value));
+            return &array.back();
+        }
+        *slot_ = std::move(value);
+        return slot_;
+    }
+    bool open(Json::value_t type) {
+        if (stack_.size() >= maxDepth) {
+            tooDeep_ = true;
+            return false;
+        }
+        stack_.push_back(place(Json(type)));
+        return true;
+    }
+    bool close() {
+        stack_.pop_back();
+        return true;
+    }
+
+    Json& root_;
+    std::vector<Json*> stack_;
+    Json* slot_ = nullptr;
+    bool tooDeep_ = false;
+    std::size_t position_ = 0;
+    std::string reason_;
+};
+
+DecodeError corrupted(std::string description) {
+    return {DecodeError::Kind::dataCorrupted, {}, {}, {}, std::move(description)};
+}
+
+}  // namespace
+
+// ---- Public interface ----
+
+std::string_view msgName(const Msg& m) { return msgNames[m.index()]; }
+std::string_view effectName(const Effect& e) { return effectNames[e.index()]; }
+
+Json toJson(const Model& v) { return encode(v); }
+Json toJson(const Repo& v) { return encode(v); }
+Json toJson(const PR& v) { return encode(v); }
+Json toJson(const Browser& v) { return encode(v); }
+Json toJson(const DetectedBrowser& v) { return encode(v); }
+Json toJson(const Suggestion& v) { return encode(v); }
+Json toJson(const WindowFrame& v) { return encode(v); }
+Json toJson(const Msg& m) { return encodeCase(m, "msg", msgName(m)); }
+Json toJson(const Effect& e) { return encodeCase(e, "effect", effectName(e)); }
+
+std::string describe(const DecodeError& e) {
+    switch (e.kind) {
+    case DecodeError::Kind::keyNotFound:
+        return "missing field '" + e.key + "'";
+    case DecodeError::Kind::valueNotFound:
+        return "missing value (expected " + e.type + ") at '" + e.path + "'";
+    case DecodeError::Kind::typeMismatch:
+        return "type mismatch (expected " + e.type + ") at '" + e.path + "'";
+    case DecodeError::Kind::dataCorrupted:
+        return e.description;
+    }
+    return e.description;
+}
+
+DecodeResult decodeMsg(const Json& value) {
+    try {
+        if (!value.is_object()) return corrupted("not a JSON object");
+        std::string name;
+        Reader(value, {})("msg", name);
+        for (std::size_t i = 0; i < std::size(msgNames); ++i)
+            if (msgNames[i] == name) return caseDecoders[i](value);
+        return DecodeError{DecodeError::Kind::dataCorrupted, {}, {}, "msg",
+                           "unknown msg '" + name + "'"};
+    } catch (const Failed& f) {
+        return f.error;
+    }
+}
+
+DecodeResult decodeMsg(std::string_view text) {
+    Json value;
+    BoundedDomBuilder builder(value);
+    bool ok = Json::sax_parse(text.begin(), text.end(), &builder, Json::input_format_t::json,
+                              /*strict=*/true);
+    if (!ok) return corrupted(builder.failure());
+    return decodeMsg(value);
+}
+
+std::string dumpCompact(const Json& value) {
+    return value.dump(-1, ' ', false, Json::error_handler_t::strict);
+}
+
+void PrintTo(const Msg& m, std::ostream* os) {
+    *os << toJson(m).dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+void PrintTo(const Effect& e, std::ostream* os) {
+    *os << toJson(e).dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+}  // namespace velmar
