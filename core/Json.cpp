@@ -425,7 +425,7 @@ class BoundedDomBuilder final : public nlohmann::json_sax<Json> {
 public:
     static constexpr std::size_t maxDepth = 512;
 
-    explicit BoundedDomBuilder(Json& root) : root_(root) {}
+    BoundedDomBuilder(Json& root, std::size_t size) : root_(root), size_(size) {}
 
     bool null() override { return add(nullptr); }
     bool boolean(bool v) override { return add(v); }
@@ -446,7 +446,7 @@ public:
     bool parse_error(std::size_t position, const std::string&,
                      const nlohmann::detail::exception& ex) override {
         position_ = position;
-        reason_ = reasonOf(ex.what());
+        reason_ = reasonOf(ex.what(), position);
         return false;
     }
 
@@ -458,12 +458,17 @@ public:
     }
 
 private:
-    static std::string reasonOf(std::string_view what) {
-        if (what.find("UTF-8") != std::string_view::npos) return "ill-formed UTF-8";
-        if (what.find("end of input") != std::string_view::npos) return "unexpected end of input";
-        if (what.find("control character") != std::string_view::npos)
-            return "unescaped control character in a string";
-        if (what.find("\\u") != std::string_view::npos) return "invalid \\u escape";
+    // Sorts nlohmann's message into a few fixed phrases of our own.
+    std::string reasonOf(std::string_view what, std::size_t position) const {
+        auto has = [&](std::string_view part) { return what.find(part) != std::string_view::npos; };
+        if (has("UTF-8")) return "ill-formed UTF-8";
+        if (has("control character")) return "unescaped control character in a string";
+        if (has("\\u") || has("surrogate")) return "invalid \\u escape";
+        if (has("missing closing quote")) return "unterminated string";
+        if (has("invalid number")) return "malformed number";
+        if (has("unexpected end of input"))
+            // The lexer reads a NUL byte as the end of the text.
+            return position <= size_ ? "unexpected NUL byte" : "unexpected end of input";
         return "unexpected character";
     }
 
@@ -499,6 +504,7 @@ private:
     }
 
     Json& root_;
+    std::size_t size_;
     std::vector<Json*> stack_;
     Json* slot_ = nullptr;
     bool tooDeep_ = false;
@@ -557,7 +563,7 @@ DecodeResult decodeMsg(const Json& value) {
 
 DecodeResult decodeMsg(std::string_view text) {
     Json value;
-    BoundedDomBuilder builder(value);
+    BoundedDomBuilder builder(value, text.size());
     bool ok = Json::sax_parse(text.begin(), text.end(), &builder, Json::input_format_t::json,
                               /*strict=*/true);
     if (!ok) return corrupted(builder.failure());
