@@ -1,9 +1,13 @@
+// The program's entry: the headless driver when "--headless" is among the
+// arguments after the program's own path, else the windowed application.
+#include <QGuiApplication>
 #include <cstdio>
 #include <cstring>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "AppDelegate.h"
 #include "Headless.h"
 
 namespace {
@@ -32,16 +36,7 @@ std::vector<std::string> splitLines(std::string_view data) {
     return lines;
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
-    bool headless = false;
-    for (int i = 1; i < argc; ++i)
-        if (std::strcmp(argv[i], "--headless") == 0) headless = true;
-    if (!headless) {
-        std::fprintf(stderr, "velmar: the window is not built yet; run with --headless\n");
-        return 1;
-    }
+int runHeadless() {
     // Nothing is printed before the whole input has been read.
     auto lines = splitLines(readAll(stdin));
     std::string out;
@@ -51,4 +46,21 @@ int main(int argc, char** argv) {
     }
     std::fwrite(out.data(), 1, out.size(), stdout);
     return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    for (int i = 1; i < argc; ++i)
+        if (std::strcmp(argv[i], "--headless") == 0) return runHeadless();
+
+    QGuiApplication app(argc, argv);
+    QGuiApplication::setApplicationName(QStringLiteral("Velmar"));
+    QGuiApplication::setApplicationDisplayName(QStringLiteral("Velmar"));
+    // Closing the one window ends the process; nothing is saved at that moment.
+    QGuiApplication::setQuitOnLastWindowClosed(true);
+
+    velmar::AppDelegate delegate;
+    delegate.start();
+    return app.exec();
 }

@@ -1,0 +1,322 @@
+// Start-up order, menu, window placement, appearance tracking and timers.
+#include "AppDelegate.h"
+
+#include <QAction>
+#include <QFile>
+#include <QGuiApplication>
+#include <QKeySequence>
+#include <QMoveEvent>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickView>
+#include <QScreen>
+#include <QTimer>
+#include <algorithm>
+#include <cstdlib>
+#include <pwd.h>
+#include <unistd.h>
+
+#include "Appearance.h"
+#include "DebugSend.h"
+#include "Formats.h"
+#include "Snapshot.h"
+#include "Views/IconProvider.h"
+#include "WindowPlacement.h"
+
+#if VELMAR_HAS_EFFECTS
+#include "EffectRunner.h"
+#endif
+
+namespace velmar {
+
+namespace {
+
+std::optional<std::string> readText(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) return std::nullopt;
+    const QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError) return std::nullopt;
+    return bytes.toStdString();
+}
+
+QString configFilePath(ConfigFile file) {
+    return QString::fromStdString(configPath(file, AppDelegate::home().toStdString()));
+}
+
+// Stored coordinates have their origin at the top left of the primary
+// display; Qt's virtual desktop may put that display elsewhere.
+QPoint primaryOrigin() {
+    const QScreen* primary = QGuiApplication::primaryScreen();
+    return primary ? primary->geometry().topLeft() : QPoint();
+}
+
+std::vector<WindowPlacement::Rect> displays() {
+    const QPoint origin = primaryOrigin();
+    std::vector<WindowPlacement::Rect> out;
+    // screens() lists the primary display first.
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        const QRect g = screen->geometry().translated(-origin);
+        out.push_back({double(g.x()), double(g.y()), double(g.width()), double(g.height())});
+    }
+    return out;
+}
+
+QSize raisedToMinimum(double width, double height) {
+    return QSize(int(std::max(width, WindowFrame::minimumWidth)),
+                 int(std::max(height, WindowFrame::minimumHeight)));
+}
+
+// The panel's header strip lies inside the content, under the system title
+// bar; nothing of ours needs clearing at its leading edge.
+constexpr double headerHeight = 38;
+constexpr double headerLeadingInset = 12;
+
+}  // namespace
+
+AppDelegate::AppDelegate(QObject* parent)
+    : QObject(parent),
+      theme_(ui::parseMaterial(std::getenv("VELMAR_MATERIAL"))),
+      panel_(store_) {}
+
+AppDelegate::~AppDelegate() = default;
+
+QString AppDelegate::home() {
+    const char* own = std::getenv("VELMAR_HOME");
+    if (own != nullptr && *own != '\0') return QString::fromUtf8(own);
+    const char* user = std::getenv("HOME");
+    if (user != nullptr && *user != '\0') return QString::fromUtf8(user);
+    if (const passwd* entry = getpwuid(getuid()); entry && entry->pw_dir)
+        return QString::fromUtf8(entry->pw_dir);
+    return QString();
+}
+
+void AppDelegate::start() {
+    // 1. Effects go to the runner, which is made on first use.
+    store_.setPerform([this](const Effect& effect) { performEffect(effect); });
+
+    // 2-3. The saved frame, read synchronously: the window needs it before it
+    // can exist, and the core remembers it so it is not written back at once.
+    std::optional<WindowFrame> saved;
+    if (auto text = readText(configFilePath(ConfigFile::window)))
+        saved = Formats::parseWindow(*text);
+    store_.send(msg::WindowRestored{saved});
+
+    // 4. The appearance to use until the core has read the settings itself.
+    if (auto text = readText(configFilePath(ConfigFile::settings)))
+        bootAppearance_ = Formats::parseSettings(*text).appearance;
+
+    // 5. From here on the forced value, the boot value or the model decides.
+    forcedAppearance_ = PanelAppearance::parseForced(std::getenv("VELMAR_APPEARANCE"));
+    trackAppearance();
+    connect(&store_, &Store::changed, this, &AppDelegate::trackAppearance);
+
+    // 6-8.
+    buildMainMenu();
+    createWindow(saved);
+    window_->show();
+    window_->requestActivate();
+
+    // 9. The second placement waits until the window has been laid out; only
+    // after it do moves count as the user's.
+    QTimer::singleShot(0, this, [this, saved] {
+        applyPlacement(saved);
+        reportFrames_ = true;
+        placementEcho_ = currentFrame();
+    });
+
+    // 10-12.
+    store_.send(msg::Boot{});
+    startTimers();
+    Snapshot::scheduleIfRequested(window_.get());
+    DebugSend::scheduleIfRequested(store_, window_.get());
+}
+
+void AppDelegate::performEffect(const Effect& effect) {
+#if VELMAR_HAS_EFFECTS
+    if (runner_ == nullptr)
+        runner_ = new EffectRunner(this, [this](Msg msg) { store_.send(msg); }, this);
+    runner_->perform(effect);
+#else
+    // Built without the effect runner: the core's requests go nowhere, so the
+    // panel shows the state before any file or gh answer.
+    (void)effect;
+#endif
+}
+
+// ---- Window ----
+
+void AppDelegate::createWindow(const std::optional<WindowFrame>& saved) {
+    window_ = std::make_unique<QQuickView>();
+    window_->setTitle(panel_.windowTitle());
+    window_->setResizeMode(QQuickView::SizeRootObjectToView);
+    window_->setColor(theme_.backdropBase());
+    // The minimum size keeps every resize, the user's too, at 200 by 320 or more.
+    window_->setMinimumSize(raisedToMinimum(0, 0));
+    const QSize size = saved ? raisedToMinimum(saved->width, saved->height)
+                             : raisedToMinimum(WindowFrame::defaultWidth, WindowFrame::defaultHeight);
+    window_->resize(size);
+
+    window_->engine()->addImageProvider(QStringLiteral("icon"), new ui::IconProvider);
+    window_->setInitialProperties({
+        {QStringLiteral("panel"), QVariant::fromValue(&panel_)},
+        {QStringLiteral("theme"), QVariant::fromValue(&theme_)},
+        {QStringLiteral("chrome"), QVariantMap{{QStringLiteral("titlebarHeight"), headerHeight},
+                                               {QStringLiteral("leadingInset"), headerLeadingInset}}},
+    });
+    window_->setSource(QUrl(QStringLiteral("qrc:/velmar/Views/RootView.qml")));
+    for (const QQmlError& error : window_->errors())
+        std::fprintf(stderr, "velmar: %s\n", error.toString().toUtf8().constData());
+
+    connect(&panel_, &ui::PanelModel::windowTitleChanged, this,
+            [this] { window_->setTitle(panel_.windowTitle()); });
+    connect(&theme_, &ui::Theme::changed, this,
+            [this] { window_->setColor(theme_.backdropBase()); });
+    // Ctrl+W and the close button end the process through the last-window rule.
+    window_->installEventFilter(this);
+    applyPlacement(saved);
+}
+
+void AppDelegate::applyPlacement(const std::optional<WindowFrame>& saved) {
+    // On Wayland a window cannot place itself: the size is kept and the
+    // compositor picks the place.
+    const bool canPlace = QGuiApplication::platformName() != QLatin1String("wayland");
+    if (saved) {
+        window_->resize(raisedToMinimum(saved->width, saved->height));
+        if (!canPlace) return;
+        double titleBar = window_->frameGeometry().height() - window_->geometry().height();
+        if (!(titleBar > 0)) titleBar = 28;
+        const WindowFrame placed = WindowPlacement::restore(*saved, displays(), titleBar);
+        window_->setFramePosition(QPoint(int(placed.x), int(placed.y)) + primaryOrigin());
+        return;
+    }
+    if (reportFrames_ || !canPlace) return;
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    if (screen == nullptr) return;
+    const QRect area = screen->availableGeometry();
+    const QSize outer = window_->frameGeometry().size();
+    window_->setFramePosition(QPoint(area.x() + (area.width() - outer.width()) / 2,
+                                     area.y() + (area.height() - outer.height()) / 2));
+}
+
+WindowFrame AppDelegate::currentFrame() const {
+    const QPoint corner = window_->frameGeometry().topLeft() - primaryOrigin();
+    const QSize inner = window_->geometry().size();
+    return {double(corner.x()), double(corner.y()), double(inner.width()), double(inner.height())};
+}
+
+void AppDelegate::reportFrame() {
+    if (!reportFrames_) return;
+    const WindowFrame frame = currentFrame();
+    if (placementEcho_) {
+        if (frame == *placementEcho_) return;
+        placementEcho_.reset();
+    }
+    store_.send(msg::WindowMoved{frame});
+}
+
+bool AppDelegate::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == window_.get()) {
+        switch (event->type()) {
+            case QEvent::Move:
+            case QEvent::Resize: reportFrame(); break;
+            case QEvent::ApplicationPaletteChange:
+            case QEvent::ThemeChange: trackAppearance(); break;
+            default: break;
+        }
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+// ---- Appearance ----
+
+void AppDelegate::trackAppearance() {
+    const Appearance wanted =
+        PanelAppearance::effective(forcedAppearance_, store_.model(), bootAppearance_);
+    theme_.setDark(PanelAppearance::isDark(wanted, PanelAppearance::desktopPrefersDark()));
+}
+
+// ---- Menu ----
+
+void AppDelegate::buildMainMenu() {
+    auto item = [this](const QString& title, const QKeySequence& key = {}) {
+        auto* action = new QAction(title, this);
+        if (!key.isEmpty()) {
+            action->setShortcut(key);
+            // With no menu bar on most Linux desktops the shortcuts must still
+            // reach us from anywhere in the window.
+            action->setShortcutContext(Qt::ApplicationShortcut);
+        }
+        return action;
+    };
+    auto separator = [this] {
+        auto* action = new QAction(this);
+        action->setSeparator(true);
+        return action;
+    };
+    auto unavailable = [](QAction* action) {
+        action->setEnabled(false);
+        return action;
+    };
+
+    // "About" has no standard panel here, and "Check for Updates…" has no
+    // updater on Linux: both are present and disabled. Hiding applications
+    // other than ours is not something a Linux application can do.
+    QAction* about = unavailable(item(QStringLiteral("About Velmar")));
+    QAction* updates = unavailable(item(QStringLiteral("Check for Updates\u2026")));
+    QAction* hide = item(QStringLiteral("Hide Velmar"), QKeySequence(QStringLiteral("Ctrl+H")));
+    connect(hide, &QAction::triggered, this, [this] { window_->showMinimized(); });
+    QAction* hideOthers = unavailable(item(QStringLiteral("Hide Others")));
+    QAction* showAll = unavailable(item(QStringLiteral("Show All")));
+    QAction* quit = item(QStringLiteral("Quit Velmar"), QKeySequence(QStringLiteral("Ctrl+Q")));
+    connect(quit, &QAction::triggered, qApp, &QCoreApplication::quit, Qt::QueuedConnection);
+    menu_.push_back({QStringLiteral("Velmar"),
+                     {about, updates, separator(), hide, hideOthers, showAll, separator(), quit}});
+
+    // The edit commands belong to whichever text field has focus, which
+    // handles their keys itself; grabbing them here would take them away.
+    menu_.push_back({QStringLiteral("Edit"),
+                     {item(QStringLiteral("Undo")), item(QStringLiteral("Redo")), separator(),
+                      item(QStringLiteral("Cut")), item(QStringLiteral("Copy")),
+                      item(QStringLiteral("Paste")), item(QStringLiteral("Select All"))}});
+
+    QAction* refresh = item(QStringLiteral("Refresh"), QKeySequence(QStringLiteral("Ctrl+R")));
+    connect(refresh, &QAction::triggered, this, &AppDelegate::refreshAction);
+    QAction* settings =
+        item(QStringLiteral("Settings\u2026"), QKeySequence(QStringLiteral("Ctrl+,")));
+    connect(settings, &QAction::triggered, this, &AppDelegate::settingsAction);
+    menu_.push_back({QStringLiteral("View"), {refresh, settings}});
+
+    QAction* minimize = item(QStringLiteral("Minimize"), QKeySequence(QStringLiteral("Ctrl+M")));
+    connect(minimize, &QAction::triggered, this, [this] { window_->showMinimized(); });
+    QAction* zoom = item(QStringLiteral("Zoom"));
+    connect(zoom, &QAction::triggered, this, [this] {
+        window_->windowStates() & Qt::WindowMaximized ? window_->showNormal()
+                                                      : window_->showMaximized();
+    });
+    QAction* close = item(QStringLiteral("Close"), QKeySequence(QStringLiteral("Ctrl+W")));
+    connect(close, &QAction::triggered, this, [this] { window_->close(); });
+    menu_.push_back({QStringLiteral("Window"), {minimize, zoom, separator(), close}});
+}
+
+void AppDelegate::refreshAction() { store_.send(msg::Refresh{}); }
+void AppDelegate::settingsAction() { store_.send(msg::Navigate{Screen::manage}); }
+
+// ---- Timers ----
+
+void AppDelegate::startTimers() {
+    auto every = [this](double seconds, Msg msg) {
+        auto* timer = new QTimer(this);
+        timer->setInterval(int(seconds * 1000));
+        // Ticks must keep their period whatever the window is doing; whether a
+        // tick does anything is the core's decision.
+        timer->setTimerType(Qt::CoarseTimer);
+        connect(timer, &QTimer::timeout, this, [this, msg] { store_.send(msg); });
+        timer->start();
+        timers_.push_back(timer);
+    };
+    every(Constants::autoRefreshInterval, msg::AutoTick{});
+    every(Constants::browserPollInterval, msg::DetectTick{});
+    every(Constants::onboardingInterval, msg::OnboardingTick{});
+}
+
+}  // namespace velmar

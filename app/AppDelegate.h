@@ -1,0 +1,84 @@
+// The windowed life of the application: builds the Store, the effect runner,
+// the menu, the one window and the timers, and brings the core up in a fixed
+// order. Everything it learns goes into the Store as a Msg.
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QVariantMap>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "Records.h"
+#include "Store.h"
+#include "Views/PanelModel.h"
+#include "Views/Theme.h"
+
+class QAction;
+class QQuickView;
+class QTimer;
+
+namespace velmar {
+
+class EffectRunner;
+
+/// One submenu of the main menu: its title and its items (separators are
+/// actions with isSeparator()).
+struct MenuSection {
+    QString title;
+    std::vector<QAction*> items;
+};
+
+class AppDelegate : public QObject {
+    Q_OBJECT
+public:
+    explicit AppDelegate(QObject* parent = nullptr);
+    ~AppDelegate() override;
+
+    /// The start-up sequence; call once, on the main thread, before the event
+    /// loop runs. Nothing else reaches `send` until it returns.
+    void start();
+
+    Store& store() { return store_; }
+    QQuickView* window() const { return window_.get(); }
+    const std::vector<MenuSection>& mainMenu() const { return menu_; }
+
+    /// The home directory: VELMAR_HOME if set and not empty, else the user's.
+    static QString home();
+
+    /// "Refresh" in the View menu.
+    void refreshAction();
+    /// "Settings…" in the View menu.
+    void settingsAction();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void performEffect(const Effect& effect);
+    void createWindow(const std::optional<WindowFrame>& saved);
+    void applyPlacement(const std::optional<WindowFrame>& saved);
+    void trackAppearance();
+    void buildMainMenu();
+    void startTimers();
+    void reportFrame();
+    /// The window's outer corner and inner size, in stored coordinates.
+    WindowFrame currentFrame() const;
+
+    Store store_;
+    EffectRunner* runner_ = nullptr;  // a child, made on the first effect
+    ui::Theme theme_;
+    ui::PanelModel panel_;
+    std::unique_ptr<QQuickView> window_;
+    std::vector<QTimer*> timers_;
+    std::vector<MenuSection> menu_;
+    bool reportFrames_ = false;
+    Appearance bootAppearance_ = Appearance::dark;
+    std::optional<Appearance> forcedAppearance_;
+    // The frame our own second placement produced: the window system may echo
+    // it back as a move after start-up, which is not the user's doing.
+    std::optional<WindowFrame> placementEcho_;
+};
+
+}  // namespace velmar

@@ -1,0 +1,31 @@
+# The windowed application. VelmarShell holds everything but `main`, so tests
+# link it; the executable adds the QML screens and icons as resources.
+add_library(VelmarShell STATIC
+  ${CMAKE_CURRENT_LIST_DIR}/Store.h ${CMAKE_CURRENT_LIST_DIR}/Store.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/Appearance.h ${CMAKE_CURRENT_LIST_DIR}/Appearance.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/DebugEnv.h ${CMAKE_CURRENT_LIST_DIR}/DebugEnv.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/DebugSend.h ${CMAKE_CURRENT_LIST_DIR}/DebugSend.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/Snapshot.h ${CMAKE_CURRENT_LIST_DIR}/Snapshot.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/AppDelegate.h ${CMAKE_CURRENT_LIST_DIR}/AppDelegate.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/Views/Theme.h ${CMAKE_CURRENT_LIST_DIR}/Views/Theme.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/Views/PanelModel.h ${CMAKE_CURRENT_LIST_DIR}/Views/PanelModel.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/Views/IconProvider.h ${CMAKE_CURRENT_LIST_DIR}/Views/IconProvider.cpp)
+target_include_directories(VelmarShell PUBLIC ${CMAKE_CURRENT_LIST_DIR})
+target_link_libraries(VelmarShell PUBLIC VelmarCore Qt6::Core Qt6::Gui Qt6::Qml Qt6::Quick
+                      PRIVATE Qt6::Svg)
+if(TARGET VelmarEffects)
+  target_link_libraries(VelmarShell PUBLIC VelmarEffects)
+  target_compile_definitions(VelmarShell PRIVATE VELMAR_HAS_EFFECTS=1)
+else()
+  # Until the effect runner is in the tree the shell runs with effects going
+  # nowhere; see AppDelegate::performEffect.
+  target_compile_definitions(VelmarShell PRIVATE VELMAR_HAS_EFFECTS=0)
+endif()
+
+qt_add_executable(velmar ${CMAKE_CURRENT_LIST_DIR}/main.cpp)
+target_link_libraries(velmar PRIVATE VelmarShell)
+file(GLOB VELMAR_VIEW_FILES CONFIGURE_DEPENDS
+  RELATIVE ${CMAKE_CURRENT_LIST_DIR}
+  ${CMAKE_CURRENT_LIST_DIR}/Views/*.qml ${CMAKE_CURRENT_LIST_DIR}/Views/icons/*.svg)
+qt_add_resources(velmar "views" PREFIX "/velmar" BASE ${CMAKE_CURRENT_LIST_DIR}
+                 FILES ${VELMAR_VIEW_FILES})

@@ -1,0 +1,58 @@
+// The "Auto" switch of the list header: shows the model's value and asks for
+// the opposite on a click, so the model stays the only truth.
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Templates as T
+
+T.AbstractButton {
+    id: control
+    required property var theme
+    property bool on: false
+    property bool showsTitle: true
+
+    text: "Auto"
+    hoverEnabled: true
+    focusPolicy: Qt.NoFocus
+    implicitWidth: row.implicitWidth
+    implicitHeight: 20
+
+    Accessible.role: Accessible.CheckBox
+    Accessible.name: text
+    Accessible.checkable: true
+    Accessible.checked: on
+    ToolTip.text: "Refresh automatically every minute"
+    ToolTip.visible: hovered
+    ToolTip.delay: 700
+
+    contentItem: Row {
+        id: row
+        spacing: 5
+        Text {
+            visible: control.showsTitle
+            anchors.verticalCenter: parent.verticalCenter
+            text: control.text
+            color: control.theme.secondary
+            font.pixelSize: control.theme.callout
+        }
+        Rectangle {
+            id: track
+            anchors.verticalCenter: parent.verticalCenter
+            width: 24
+            height: 14
+            radius: height / 2
+            color: control.on ? control.theme.tint : control.theme.tertiaryFill
+            Behavior on color { ColorAnimation { duration: 120 } }
+            Rectangle {
+                width: track.height - 2
+                height: width
+                radius: width / 2
+                y: 1
+                x: control.on ? track.width - width - 1 : 1
+                color: "white"
+                border.width: 0.5
+                border.color: Qt.rgba(0, 0, 0, 0.12)
+                Behavior on x { NumberAnimation { duration: 120; easing.type: Easing.OutCubic } }
+            }
+        }
+    }
+}

@@ -1,0 +1,65 @@
+// The one content of the panel: header, the current screen, the status line,
+// over the backdrop. Reads everything from `panel`; keeps no state but the
+// animated progress of the slide between the two screens.
+import QtQuick
+
+Item {
+    id: root
+
+    required property var panel
+    required property var theme
+    required property var chrome
+
+    readonly property string widthClass: theme.widthClass(width)
+    readonly property bool onboarding: panel.showsOnboarding
+    // 0 on the list, 1 on settings; the slide and the header swap follow it.
+    property real push: panel.onSettings ? 1 : 0
+    Behavior on push { PushAnimation {} }
+
+    PanelBackground {
+        anchors.fill: parent
+        theme: root.theme
+    }
+
+    PanelHeader {
+        id: header
+        anchors { left: parent.left; right: parent.right; top: parent.top }
+        height: root.chrome.titlebarHeight
+        panel: root.panel
+        theme: root.theme
+        chrome: root.chrome
+        widthClass: root.widthClass
+        push: root.push
+    }
+
+    Item {
+        id: middle
+        anchors { left: parent.left; right: parent.right; top: header.bottom; bottom: footer.top }
+
+        ScreenStack {
+            anchors.fill: parent
+            visible: !root.onboarding
+            onSettings: root.panel.onSettings
+            progress: root.push
+            list: ListScreen {
+                anchors.fill: parent
+                panel: root.panel
+                theme: root.theme
+                widthClass: root.widthClass
+            }
+            settings: ManageScreen {
+                anchors.fill: parent
+                panel: root.panel
+                theme: root.theme
+                widthClass: root.widthClass
+            }
+        }
+    }
+
+    StatusFooter {
+        id: footer
+        anchors { left: parent.left; right: parent.right; bottom: parent.bottom }
+        text: root.panel.footerText
+        theme: root.theme
+    }
+}

@@ -1,0 +1,165 @@
+// The panel's visual vocabulary: brand colours, foreground levels per colour
+// scheme, the pill colour rules, the flat backdrop that stands in for the
+// window materials, and the panel's width classes. Pure functions first, then
+// the one QObject that hands them to QML.
+#pragma once
+
+#include <QColor>
+#include <QObject>
+#include <QString>
+#include <QVariantMap>
+#include <optional>
+#include <string_view>
+
+namespace velmar::ui {
+
+enum class Scheme { light, dark };
+
+// ---- Brand ----
+
+/// The accent: sRGB 9,105,218 in light scheme, 68,147,248 in dark.
+QColor accent(Scheme scheme);
+/// Dark amber for warning marks on light backgrounds, where orange is too weak.
+QColor warningEmphasis();
+QColor destructive(Scheme scheme);
+QColor warning(Scheme scheme);
+QColor info(Scheme scheme);
+QColor success(Scheme scheme);
+
+// ---- Foreground levels and fills ----
+
+enum class Level { primary, secondary, tertiary, quaternary, quinary };
+
+/// The label colour at `level`: black in light scheme, white in dark, with
+/// falling opacity.
+QColor foreground(Level level, Scheme scheme);
+/// The fill colour at `level`, used behind hovered controls.
+QColor fill(Level level, Scheme scheme);
+
+// ---- Pill ----
+
+enum class PillRole { accent, destructive, warning, info };
+std::optional<PillRole> pillRole(std::string_view name);
+
+struct PillColors {
+    QColor foreground;
+    QColor background;
+    std::optional<QColor> border;  // width 1, inside the edge
+    bool operator==(const PillColors&) const = default;
+};
+
+/// The first rule that holds, for foreground and background alike:
+/// increased contrast, then the unfilled warning in light scheme, then filled,
+/// then the plain role colour.
+PillColors pillColors(PillRole role, bool filled, Scheme scheme, bool increasedContrast);
+
+// ---- Backdrop ----
+
+enum class Material { hud, popover, sidebar, menu, under, window, header, sheet, content };
+
+/// The material forced by VELMAR_MATERIAL, exact lower-case names only.
+std::optional<Material> parseMaterial(const char* value);
+
+struct Backdrop {
+    QColor base;
+    std::optional<QColor> overlay;  // laid over `base`
+    bool operator==(const Backdrop&) const = default;
+};
+
+/// The forced material, else sidebar in dark scheme and menu in light; in
+/// light scheme without a forced material the window colour lies over it at
+/// opacity 0.4.
+Backdrop backdrop(Scheme scheme, const std::optional<Material>& forced);
+
+// ---- Width classes ----
+
+enum class PanelWidth { minimal, compact, regular };
+inline constexpr double compactMinimum = 300;
+inline constexpr double regularMinimum = 420;
+PanelWidth widthClass(double width);
+std::string_view name(PanelWidth width);
+
+// ---- The QML face ----
+
+/// The colours of the current scheme as properties; they all change together
+/// when the scheme or the contrast setting changes.
+class Theme : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(bool dark READ dark NOTIFY changed)
+    Q_PROPERTY(bool increasedContrast READ increasedContrast NOTIFY changed)
+    Q_PROPERTY(QColor accent READ accentColor NOTIFY changed)
+    /// The accent, or the platform highlight under increased contrast.
+    Q_PROPERTY(QColor tint READ tint NOTIFY changed)
+    Q_PROPERTY(QColor primary READ primary NOTIFY changed)
+    Q_PROPERTY(QColor secondary READ secondary NOTIFY changed)
+    Q_PROPERTY(QColor tertiary READ tertiary NOTIFY changed)
+    Q_PROPERTY(QColor quaternary READ quaternary NOTIFY changed)
+    Q_PROPERTY(QColor quinary READ quinary NOTIFY changed)
+    Q_PROPERTY(QColor quaternaryFill READ quaternaryFill NOTIFY changed)
+    Q_PROPERTY(QColor tertiaryFill READ tertiaryFill NOTIFY changed)
+    Q_PROPERTY(QColor backdrop READ backdropBase NOTIFY changed)
+    /// Transparent when there is no overlay.
+    Q_PROPERTY(QColor backdropOverlay READ backdropOverlay NOTIFY changed)
+    Q_PROPERTY(QColor destructive READ destructiveColor NOTIFY changed)
+    Q_PROPERTY(QColor warning READ warningColor NOTIFY changed)
+    Q_PROPERTY(QColor warningEmphasis READ warningEmphasisColor CONSTANT)
+    Q_PROPERTY(QColor info READ infoColor NOTIFY changed)
+    Q_PROPERTY(QColor success READ successColor NOTIFY changed)
+    // Text styles, in pixels at scale 1: the desktop has no named styles, so
+    // these keep the usual proportions between them.
+    Q_PROPERTY(int body MEMBER body_ CONSTANT)
+    Q_PROPERTY(int callout MEMBER callout_ CONSTANT)
+    Q_PROPERTY(int caption MEMBER caption_ CONSTANT)
+    Q_PROPERTY(int headline MEMBER headline_ CONSTANT)
+    Q_PROPERTY(int title3 MEMBER title3_ CONSTANT)
+    Q_PROPERTY(int title2 MEMBER title2_ CONSTANT)
+public:
+    Theme(std::optional<Material> forcedMaterial, QObject* parent = nullptr);
+
+    void setDark(bool dark);
+    void setIncreasedContrast(bool on);
+
+    bool dark() const { return scheme_ == Scheme::dark; }
+    bool increasedContrast() const { return contrast_; }
+    QColor accentColor() const { return accent(scheme_); }
+    QColor tint() const;
+    QColor primary() const { return foreground(Level::primary, scheme_); }
+    QColor secondary() const { return foreground(Level::secondary, scheme_); }
+    QColor tertiary() const { return foreground(Level::tertiary, scheme_); }
+    QColor quaternary() const { return foreground(Level::quaternary, scheme_); }
+    QColor quinary() const { return foreground(Level::quinary, scheme_); }
+    QColor quaternaryFill() const { return fill(Level::quaternary, scheme_); }
+    QColor tertiaryFill() const { return fill(Level::tertiary, scheme_); }
+    QColor backdropBase() const { return backdrop(scheme_, material_).base; }
+    QColor backdropOverlay() const;
+    QColor destructiveColor() const { return destructive(scheme_); }
+    QColor warningColor() const { return warning(scheme_); }
+    QColor warningEmphasisColor() const { return warningEmphasis(); }
+    QColor infoColor() const { return info(scheme_); }
+    QColor successColor() const { return success(scheme_); }
+
+    /// {foreground, background, border (transparent if none)} of a pill; a
+    /// function of its arguments only, so a QML binding that passes the
+    /// scheme re-evaluates when it changes. Unknown roles count as accent.
+    Q_INVOKABLE QVariantMap pill(const QString& role, bool filled, bool dark,
+                                 bool increasedContrast) const;
+
+    /// "minimal", "compact" or "regular" for a panel `width` points wide.
+    Q_INVOKABLE QString widthClass(double width) const;
+
+signals:
+    void changed();
+
+private:
+    Scheme scheme_ = Scheme::dark;
+    bool contrast_ = false;
+    std::optional<Material> material_;
+    int body_ = 13;
+    int callout_ = 12;
+    int caption_ = 11;
+    int headline_ = 13;
+    int title3_ = 15;
+    int title2_ = 17;
+};
+
+}  // namespace velmar::ui

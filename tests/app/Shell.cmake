@@ -1,0 +1,26 @@
+# Tests of the windowed application: unit tests of the Store, the theme and
+# the automation parsers, and whole-application runs offscreen and under Xvfb.
+find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Test)
+
+if(TARGET VelmarShell)
+  add_executable(shell_tests
+    ${CMAKE_CURRENT_LIST_DIR}/StoreTest.cpp
+    ${CMAKE_CURRENT_LIST_DIR}/ThemeTest.cpp
+    ${CMAKE_CURRENT_LIST_DIR}/AutomationTest.cpp)
+  target_link_libraries(shell_tests PRIVATE VelmarShell Qt6::Test GTest::gtest GTest::gtest_main)
+  gtest_discover_tests(shell_tests DISCOVERY_TIMEOUT 60
+                       PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+
+  add_executable(png_probe ${CMAKE_CURRENT_LIST_DIR}/png_probe.cpp)
+  target_link_libraries(png_probe PRIVATE Qt6::Gui)
+
+  add_test(NAME shell_snapshots
+           COMMAND bash ${CMAKE_CURRENT_LIST_DIR}/SnapshotTest.sh
+                   $<TARGET_FILE:velmar> $<TARGET_FILE:png_probe>)
+  set_tests_properties(shell_snapshots PROPERTIES TIMEOUT 120)
+
+  add_test(NAME shell_placement
+           COMMAND bash ${CMAKE_CURRENT_LIST_DIR}/PlacementTest.sh
+                   $<TARGET_FILE:velmar> ${CMAKE_CURRENT_LIST_DIR}/x11win.py)
+  set_tests_properties(shell_placement PROPERTIES TIMEOUT 120)
+endif()
