@@ -1,0 +1,136 @@
+// The fetch queue: repositories are fetched one at a time, in the order of
+// the user's list, and `fetchInFlight` guarantees that at most one fetch is
+// outstanding. Every answer, good or bad, clears the flag and starts the next
+// queued repository, so a failure never stalls the queue.
+#include <algorithm>
+#include <utility>
+
+#include "Formats.h"
+#include "Model.h"
+
+namespace velmar {
+
+namespace {
+
+void append(Effects& to, Effects&& more) {
+    for (auto& e : more) to.push_back(std::move(e));
+}
+
+/// The part of the slug behind its last "/", ignoring empty parts
+/// ("acme/web/" gives "web"); empty if there is none.
+std::string_view shortName(std::string_view slug) {
+    while (!slug.empty() && slug.back() == '/') slug.remove_suffix(1);
+    const auto slash = slug.rfind('/');
+    return slash == std::string_view::npos ? slug : slug.substr(slash + 1);
+}
+
+/// Stable across fetches, so hover and menus survive a refresh.
+std::int64_t prId(std::int64_t repoId, std::int64_t number) { return repoId * 100000 + number; }
+
+}  // namespace
+
+Effects Model::startNext() {
+    // Children need the login shell's search path to find gh at all.
+    if (!pathResolved || fetchInFlight) return {};
+    const auto next = std::find_if(repos.begin(), repos.end(),
+                                   [](const Repo& r) { return r.state == RepoState::queued; });
+    if (next == repos.end()) return {};
+    next->state = RepoState::loading;
+    fetchInFlight = true;
+    return {effect::FetchPrs{next->name, path}};
+}
+
+void Model::requeueAll() {
+    for (auto& r : repos) {
+        // A loading repository's answer is still on the way; queuing it again
+        // would fetch it twice.
+        if (r.state != RepoState::loading) r.state = RepoState::queued;
+        r.failed = false;
+    }
+}
+
+Effects Model::refresh() {
+    Effects effects;
+    if (pathResolved) effects.push_back(effect::GhPreflight{path});
+    if (repos.empty()) {
+        flash = std::string(Flash::noRepos);
+        return effects;
+    }
+    requeueAll();
+    append(effects, startNext());
+    return effects;
+}
+
+Effects Model::prsFetched(const std::string& output, bool ok) {
+    fetchInFlight = false;
+    Formats::PrOutput answer = Formats::parsePrOutput(output);
+
+    Effects effects;
+    // An answer for a repository removed while it ran matches nothing and is
+    // dropped whole.
+    const auto repoIt = std::find_if(repos.begin(), repos.end(),
+                                     [&](const Repo& r) { return r.name == answer.slug; });
+    if (repoIt != repos.end()) {
+        Repo& repo = *repoIt;
+
+        std::vector<std::string> learned;
+        for (const auto& row : answer.rows)
+            if (auto p = Formats::detectPattern(row.commentPreview, row.number))
+                learned.push_back(std::move(*p));
+        // Learned before the rows are built, so this same answer already
+        // benefits from a newly learned pattern.
+        if (auto voted = Formats::votePattern(learned, repo.detectedPattern, shortName(repo.name));
+            voted && *voted != repo.detectedPattern) {
+            repo.detectedPattern = std::move(*voted);
+            append(effects, write(ConfigFile::repos, Formats::serializeRepos(repos)));
+        }
+
+        std::erase_if(prs, [&](const PR& p) { return p.repoId == repo.id; });
+        prs.reserve(prs.size() + answer.rows.size());
+        for (auto& row : answer.rows) {
+            PR pr;
+            pr.id = prId(repo.id, row.number);
+            pr.repoId = repo.id;
+            pr.repo = repo.name;
+            pr.number = row.number;
+            auto resolved = repo.resolvePreview(row.number, row.branch, row.commentPreview);
+            pr.preview = std::move(resolved.url);
+            pr.previewSource = resolved.source;
+            pr.title = std::move(row.title);
+            pr.author = std::move(row.author);
+            pr.branch = std::move(row.branch);
+            pr.isDraft = row.isDraft;
+            pr.url = std::move(row.url);
+            pr.commentPreview = std::move(row.commentPreview);
+            prs.push_back(std::move(pr));
+        }
+
+        repo.state = RepoState::ok;
+        repo.failed = !ok;
+        repo.count = static_cast<std::int64_t>(answer.rows.size());
+    }
+
+    append(effects, startNext());
+    // The flash (usually "Loading...") stays until the last repository is in.
+    if (!isRefreshing()) flash.reset();
+    return effects;
+}
+
+Effects Model::prsSpawnFailed() {
+    fetchInFlight = false;
+    // The old rows stay: a program that could not be started says nothing
+    // about the pull requests themselves.
+    for (auto& r : repos) {
+        if (r.state == RepoState::loading) {
+            r.state = RepoState::ok;
+            r.failed = true;
+        }
+    }
+    Effects effects = startNext();
+    const bool allOk = std::all_of(repos.begin(), repos.end(),
+                                   [](const Repo& r) { return r.state == RepoState::ok; });
+    if (!fetchInFlight && allOk) flash.reset();
+    return effects;
+}
+
+}  // namespace velmar
