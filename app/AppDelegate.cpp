@@ -10,6 +10,7 @@
 #include <QQuickItem>
 #include <QQuickView>
 #include <QScreen>
+#include <QShortcut>
 #include <QTimer>
 #include <algorithm>
 #include <cstdlib>
@@ -171,7 +172,16 @@ void AppDelegate::createWindow(const std::optional<WindowFrame>& saved) {
             [this] { window_->setTitle(panel_.windowTitle()); });
     connect(&theme_, &ui::Theme::changed, this,
             [this] { window_->setColor(theme_.backdropBase()); });
-    // Ctrl+W and the close button end the process through the last-window rule.
+    // An action's own key works only through a widget menu bar, which a Qt
+    // Quick application does not have; a window shortcut per keyed item makes
+    // the keys work from anywhere in the window, whatever has focus.
+    for (const MenuSection& section : menu_)
+        for (QAction* action : section.items) {
+            if (action->shortcut().isEmpty()) continue;
+            auto* shortcut = new QShortcut(action->shortcut(), window_.get());
+            shortcut->setContext(Qt::ApplicationShortcut);
+            connect(shortcut, &QShortcut::activated, action, &QAction::trigger);
+        }
     window_->installEventFilter(this);
     applyPlacement(saved);
 }
@@ -240,12 +250,7 @@ void AppDelegate::trackAppearance() {
 void AppDelegate::buildMainMenu() {
     auto item = [this](const QString& title, const QKeySequence& key = {}) {
         auto* action = new QAction(title, this);
-        if (!key.isEmpty()) {
-            action->setShortcut(key);
-            // With no menu bar on most Linux desktops the shortcuts must still
-            // reach us from anywhere in the window.
-            action->setShortcutContext(Qt::ApplicationShortcut);
-        }
+        if (!key.isEmpty()) action->setShortcut(key);
         return action;
     };
     auto separator = [this] {

@@ -1,5 +1,5 @@
-# The windowed application. VelmarShell holds everything but `main`, so tests
-# link it; the executable adds the QML screens and icons as resources.
+# The windowed application. VelmarShell holds everything but `main`, the QML
+# screens and icons included, so tests link it; the executable is `main` alone.
 add_library(VelmarShell STATIC
   ${CMAKE_CURRENT_LIST_DIR}/Store.h ${CMAKE_CURRENT_LIST_DIR}/Store.cpp
   ${CMAKE_CURRENT_LIST_DIR}/Appearance.h ${CMAKE_CURRENT_LIST_DIR}/Appearance.cpp
@@ -22,10 +22,13 @@ else()
   target_compile_definitions(VelmarShell PRIVATE VELMAR_HAS_EFFECTS=0)
 endif()
 
-qt_add_executable(velmar ${CMAKE_CURRENT_LIST_DIR}/main.cpp)
-target_link_libraries(velmar PRIVATE VelmarShell)
+# The screens and their icons travel with the library, so anything that links
+# it (the executable, the in-process tests) can show the panel.
 file(GLOB VELMAR_VIEW_FILES CONFIGURE_DEPENDS
   RELATIVE ${CMAKE_CURRENT_LIST_DIR}
   ${CMAKE_CURRENT_LIST_DIR}/Views/*.qml ${CMAKE_CURRENT_LIST_DIR}/Views/icons/*.svg)
-qt_add_resources(velmar "views" PREFIX "/velmar" BASE ${CMAKE_CURRENT_LIST_DIR}
+qt_add_resources(VelmarShell "views" PREFIX "/velmar" BASE ${CMAKE_CURRENT_LIST_DIR}
                  FILES ${VELMAR_VIEW_FILES})
+
+qt_add_executable(velmar ${CMAKE_CURRENT_LIST_DIR}/main.cpp)
+target_link_libraries(velmar PRIVATE VelmarShell)

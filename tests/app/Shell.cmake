@@ -11,6 +11,12 @@ if(TARGET VelmarShell)
   gtest_discover_tests(shell_tests DISCOVERY_TIMEOUT 60
                        PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
 
+  # The delegate in-process; needs its own main for the QGuiApplication.
+  add_executable(shell_window_tests ${CMAKE_CURRENT_LIST_DIR}/AppDelegateTest.cpp)
+  target_link_libraries(shell_window_tests PRIVATE VelmarShell Qt6::Test GTest::gtest)
+  gtest_discover_tests(shell_window_tests DISCOVERY_TIMEOUT 60
+                       PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+
   add_executable(png_probe ${CMAKE_CURRENT_LIST_DIR}/png_probe.cpp)
   target_link_libraries(png_probe PRIVATE Qt6::Gui)
 
