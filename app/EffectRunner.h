@@ -5,11 +5,21 @@
 #include <QObject>
 #include <QPointer>
 #include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
 
 #include "Effect.h"
 #include "Msg.h"
+#include "Subprocess.h"
 
 namespace velmar {
+
+namespace FileStore {
+class SerialQueue;
+}
 
 class EffectRunner : public QObject {
     Q_OBJECT
@@ -17,18 +27,62 @@ public:
     /// `deliver` is called on the main thread, one queued task per result,
     /// and only while `receiver` lives.
     using Deliver = std::function<void(Msg)>;
+
+    /// Time limits on children. A gh that never ends would otherwise hold the
+    /// fetch queue forever, so every /bin/sh child is bounded too.
+    struct Limits {
+        /// Seconds before SIGTERM reaches a /bin/sh child and its descendants.
+        double command = 30.0;
+        /// Further seconds after which the effect is answered as a failed run
+        /// even if something still holds the child's output open.
+        double commandGrace = 2.0;
+        /// Seconds before SIGTERM reaches the login shell asked for PATH.
+        double loginShell = 10.0;
+        /// Seconds after which the search path is answered as unresolved.
+        double pathWatchdog = 11.0;
+    };
+
     EffectRunner(QObject* receiver, Deliver deliver, QObject* parent = nullptr);
+    EffectRunner(QObject* receiver, Deliver deliver, Limits limits, QObject* parent = nullptr);
     ~EffectRunner() override;
 
     /// Main thread only; starts the work and returns without waiting.
     void perform(const Effect& effect);
 
-    /// Callable from any thread: queues `msg` for the main thread.
+    /// Callable from any thread: queues `msg` for the main thread, behind
+    /// every reply queued before it; never delivers synchronously.
     void reply(Msg msg);
 
+    /// The text between the first path marker and the end marker after it;
+    /// empty when either is missing, nothing lies between, or it has no "/".
+    static std::string extractPath(std::string_view output);
+
 private:
-    QPointer<QObject> receiver_;
-    Deliver deliver_;
+    struct Shared;
+    /// Queues `msg` for `deliver` on the main thread, if runner and receiver live then.
+    static void post(const std::shared_ptr<const Shared>& shared, Msg msg);
+
+    void readFile(const effect::ReadFile& e);
+    void writeFile(const effect::WriteFile& e);
+    void fetchPrs(const effect::FetchPrs& e);
+    void fetchSuggestions(const effect::FetchSuggestions& e);
+    void ghPreflight(const effect::GhPreflight& e);
+    void brewProbe(const effect::BrewProbe& e);
+    void openURL(const effect::OpenURL& e);
+    void copyToClipboard(const effect::CopyToClipboard& e);
+    void resolveHome();
+    void resolvePath();
+    void detectBrowsers();
+
+    using Answer = std::function<Msg(const std::optional<Subprocess::Result>&)>;
+    /// Runs /bin/sh with `arguments` under the command limits; `answer` turns
+    /// the outcome into the reply, `stuck` is the reply when none came in time.
+    void runCommand(std::vector<std::string> arguments, const std::optional<std::string>& path,
+                    bool captureStdout, Answer answer, Msg stuck);
+
+    std::shared_ptr<const Shared> shared_;
+    Limits limits_;
+    std::unique_ptr<FileStore::SerialQueue> files_;
 };
 
 }  // namespace velmar

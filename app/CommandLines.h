@@ -1,0 +1,36 @@
+// The command lines the effect runner hands to /bin/sh, stored literally.
+// Values such as a repository slug travel as positional parameters and are
+// never spliced into the text, so no slug can change what the shell runs.
+#pragma once
+
+#include <string_view>
+
+namespace velmar::CommandLines {
+
+/// Prints the slug ($1) on the first line, then one line per open pull
+/// request with seven tab-separated columns; the last is base64 of the deploy
+/// bots' comment bodies joined with U+001E. The escapes \n and \u001e are for
+/// printf and jq to read.
+inline constexpr std::string_view pullRequests =
+    R"SCRIPT(printf "%s\n" "$1"; gh pr list --repo "$1" --state open --limit 50 --json number,title,author,headRefName,isDraft,url,comments --jq '.[] | [.number, .title, .author.login, .headRefName, (.isDraft|tostring), .url, ([.comments[] | select((.author.login // "") | test("^(railway|vercel|netlify)")) | .body] | join("\u001e") | @base64)] | @tsv')SCRIPT";
+
+/// The zeroth parameter of the pull-request script.
+inline constexpr std::string_view scriptName = "sh";
+
+/// Repositories the user owns, one slug per line.
+inline constexpr std::string_view ownedRepos =
+    "gh repo list --limit 100 --json nameWithOwner --jq '.[].nameWithOwner'";
+
+/// Repositories shared with the user, one slug per line.
+inline constexpr std::string_view sharedRepos =
+    "gh api --method GET user/repos -f affiliation=collaborator,organization_member -f per_page=100 --jq '.[].full_name'";
+
+inline constexpr std::string_view ghAuthStatus = "gh auth status";
+inline constexpr std::string_view brewLookup = "command -v brew";
+
+/// Run by the login shell: its PATH between two markers.
+inline constexpr std::string_view printPath = R"(printf "__VELMAR_PATH__%s__VELMAR_END__" "$PATH")";
+inline constexpr std::string_view pathStart = "__VELMAR_PATH__";
+inline constexpr std::string_view pathEnd = "__VELMAR_END__";
+
+}  // namespace velmar::CommandLines

@@ -1,0 +1,208 @@
+// The effect runner: one handler per Effect case. Files go through one serial
+// queue, programs through Subprocess, and every result comes back by `post`,
+// a queued call on the main thread.
+#include "EffectRunner.h"
+
+#include <QCoreApplication>
+#include <exception>
+#include <thread>
+#include <type_traits>
+
+#include "CommandLines.h"
+#include "Env.h"
+#include "FileStore.h"
+#include "Links.h"
+#include "OneShot.h"
+
+namespace velmar {
+
+// What background work needs to hand a result back. Work holds this, never
+// the runner, so a result finishing after the runner is gone is dropped.
+struct EffectRunner::Shared {
+    QPointer<EffectRunner> runner;  // read on the main thread only
+    QPointer<QObject> receiver;     // read on the main thread only
+    Deliver deliver;
+};
+
+namespace {
+
+constexpr const char* shell = "/bin/sh";
+
+template <class> inline constexpr bool alwaysFalse = false;
+
+}  // namespace
+
+// Posting to the application object keeps replies first in, first out, and
+// makes each its own main-thread task, after the `perform` that caused it.
+void EffectRunner::post(const std::shared_ptr<const Shared>& shared, Msg msg) {
+    QCoreApplication* app = QCoreApplication::instance();
+    if (app == nullptr)
+        return;
+    QMetaObject::invokeMethod(
+        app,
+        [shared, msg = std::move(msg)] {
+            if (shared->runner.isNull() || shared->receiver.isNull())
+                return;
+            shared->deliver(msg);
+        },
+        Qt::QueuedConnection);
+}
+
+EffectRunner::EffectRunner(QObject* receiver, Deliver deliver, QObject* parent)
+    : EffectRunner(receiver, std::move(deliver), Limits{}, parent) {}
+
+EffectRunner::EffectRunner(QObject* receiver, Deliver deliver, Limits limits, QObject* parent)
+    : QObject(parent), limits_(limits), files_(std::make_unique<FileStore::SerialQueue>()) {
+    auto shared = std::make_shared<Shared>();
+    shared->runner = this;
+    shared->receiver = receiver;
+    shared->deliver = std::move(deliver);
+    shared_ = std::move(shared);
+}
+
+EffectRunner::~EffectRunner() = default;
+
+void EffectRunner::reply(Msg msg) { post(shared_, std::move(msg)); }
+
+void EffectRunner::perform(const Effect& effect) {
+    std::visit(
+        [this](const auto& e) {
+            using E = std::decay_t<decltype(e)>;
+            if constexpr (std::is_same_v<E, effect::ReadFile>) readFile(e);
+            else if constexpr (std::is_same_v<E, effect::WriteFile>) writeFile(e);
+            else if constexpr (std::is_same_v<E, effect::FetchPrs>) fetchPrs(e);
+            else if constexpr (std::is_same_v<E, effect::FetchSuggestions>) fetchSuggestions(e);
+            else if constexpr (std::is_same_v<E, effect::GhPreflight>) ghPreflight(e);
+            else if constexpr (std::is_same_v<E, effect::BrewProbe>) brewProbe(e);
+            else if constexpr (std::is_same_v<E, effect::OpenURL>) openURL(e);
+            else if constexpr (std::is_same_v<E, effect::CopyToClipboard>) copyToClipboard(e);
+            else if constexpr (std::is_same_v<E, effect::ResolveHome>) resolveHome();
+            else if constexpr (std::is_same_v<E, effect::ResolvePath>) resolvePath();
+            else if constexpr (std::is_same_v<E, effect::DetectBrowsers>) detectBrowsers();
+            else static_assert(alwaysFalse<E>, "an Effect case without a handler");
+        },
+        effect);
+}
+
+// ---- Files ----
+
+void EffectRunner::readFile(const effect::ReadFile& e) {
+    files_->post([shared = shared_, file = e.file, path = e.path] {
+        post(shared, msg::FileRead{file, FileStore::readText(path)});
+    });
+}
+
+void EffectRunner::writeFile(const effect::WriteFile& e) {
+    files_->post([shared = shared_, file = e.file, path = e.path, contents = e.contents] {
+        post(shared, msg::FileWritten{file, FileStore::writeTextAtomically(path, contents)});
+    });
+}
+
+// ---- gh and the shell ----
+
+void EffectRunner::runCommand(std::vector<std::string> arguments,
+                              const std::optional<std::string>& path, bool captureStdout,
+                              Answer answer, Msg stuck) {
+    auto shot = std::make_shared<OneShot>();
+    Subprocess::run(shell, arguments, path, captureStdout, limits_.command,
+                    [shot, shared = shared_, answer](std::optional<Subprocess::Result> result) {
+                        if (shot->claim())
+                            post(shared, answer(result));
+                    });
+    OneShot::watchdog(shot, limits_.command + limits_.commandGrace,
+                      [shared = shared_, stuck = std::move(stuck)] { post(shared, stuck); });
+}
+
+void EffectRunner::fetchPrs(const effect::FetchPrs& e) {
+    runCommand({"-c", std::string(CommandLines::pullRequests), std::string(CommandLines::scriptName),
+                e.repo},
+               e.path, true,
+               [](const std::optional<Subprocess::Result>& result) -> Msg {
+                   if (!result)
+                       return msg::PrsSpawnFailed{};
+                   return msg::PrsFetched{result->stdout, result->status == 0};
+               },
+               // What a failed gh run prints: the slug line alone.
+               msg::PrsFetched{e.repo + "\n", false});
+}
+
+void EffectRunner::fetchSuggestions(const effect::FetchSuggestions& e) {
+    const std::string_view line =
+        e.source == SuggestionSource::owned ? CommandLines::ownedRepos : CommandLines::sharedRepos;
+    runCommand({"-c", std::string(line)}, e.path, true,
+               [source = e.source](const std::optional<Subprocess::Result>& result) -> Msg {
+                   if (!result)
+                       return msg::SuggestionsFetched{source, "", false};
+                   return msg::SuggestionsFetched{source, result->stdout, result->status == 0};
+               },
+               msg::SuggestionsFetched{e.source, "", false});
+}
+
+void EffectRunner::ghPreflight(const effect::GhPreflight& e) {
+    runCommand({"-c", std::string(CommandLines::ghAuthStatus)}, e.path, false,
+               [](const std::optional<Subprocess::Result>& result) -> Msg {
+                   return msg::GhChecked{result ? result->status : 127};
+               },
+               // As if the time limit's SIGTERM had ended it.
+               msg::GhChecked{15});
+}
+
+void EffectRunner::brewProbe(const effect::BrewProbe& e) {
+    runCommand({"-c", std::string(CommandLines::brewLookup)}, e.path, false,
+               [](const std::optional<Subprocess::Result>& result) -> Msg {
+                   return msg::BrewProbed{result.has_value() && result->status == 0};
+               },
+               msg::BrewProbed{false});
+}
+
+void EffectRunner::resolvePath() {
+    auto shot = std::make_shared<OneShot>();
+    Subprocess::run(Env::loginShell(), {"-l", "-i", "-c", std::string(CommandLines::printPath)},
+                    std::nullopt, true, limits_.loginShell,
+                    [shot, shared = shared_](std::optional<Subprocess::Result> result) {
+                        // The status is not looked at: a shell that printed the
+                        // markers and then failed still told us its PATH.
+                        if (shot->claim())
+                            post(shared, msg::PathResolved{extractPath(result ? result->stdout : "")});
+                    });
+    OneShot::watchdog(shot, limits_.pathWatchdog,
+                      [shared = shared_] { post(shared, msg::PathResolved{""}); });
+}
+
+std::string EffectRunner::extractPath(std::string_view output) {
+    const auto start = output.find(CommandLines::pathStart);
+    if (start == std::string_view::npos)
+        return {};
+    const auto valueStart = start + CommandLines::pathStart.size();
+    const auto end = output.find(CommandLines::pathEnd, valueStart);
+    if (end == std::string_view::npos)
+        return {};
+    const std::string_view value = output.substr(valueStart, end - valueStart);
+    if (value.empty() || value.find('/') == std::string_view::npos)
+        return {};
+    return std::string(value);
+}
+
+// ---- Home, desktop ----
+
+void EffectRunner::resolveHome() { reply(msg::HomeResolved{Env::home()}); }
+
+void EffectRunner::openURL(const effect::OpenURL& e) {
+    Links::openURL(e.url, e.app, [shared = shared_] { post(shared, msg::OpenFailed{}); });
+}
+
+void EffectRunner::copyToClipboard(const effect::CopyToClipboard& e) {
+    Links::copyToClipboard(e.text);
+}
+
+void EffectRunner::detectBrowsers() {
+    std::thread([shared = shared_] {
+        try {
+            post(shared, msg::BrowsersDetected{Links::detectBrowsers()});
+        } catch (const std::exception&) {
+            post(shared, msg::BrowsersDetectFailed{});
+        }
+    }).detach();
+}
+
+}  // namespace velmar

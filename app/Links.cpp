@@ -1,0 +1,155 @@
+// Links, clipboard and browser detection on a Linux desktop. Launching a
+// browser is judged by whether its program starts, never by its exit status:
+// a browser started cold keeps running for as long as the user browses.
+#include "Links.h"
+
+#include <dirent.h>
+#include <unistd.h>
+
+#include <QClipboard>
+#include <QDesktopServices>
+#include <QGuiApplication>
+#include <QUrl>
+#include <algorithm>
+#include <cctype>
+#include <fstream>
+
+#include "BrowserTable.h"
+#include "DesktopEntry.h"
+#include "Env.h"
+#include "Subprocess.h"
+
+namespace velmar::Links {
+namespace {
+
+bool launch(const std::vector<std::string>& args) {
+    const auto program = DesktopEntry::locate(args.front(), Env::variable("PATH"));
+    if (!program)
+        return false;
+    bool started = true;
+    Subprocess::run(*program, std::vector<std::string>(args.begin() + 1, args.end()),
+                    std::nullopt, false, std::nullopt,
+                    [&started](std::optional<Subprocess::Result> result) {
+                        // Runs on this thread only when the start failed.
+                        if (!result)
+                            started = false;
+                    });
+    return started;
+}
+
+// For a name outside the table: the name itself, and the usual lower-case
+// hyphenated form ("Pale Moon" -> "pale-moon").
+std::vector<std::string> guessedNames(const std::string& app) {
+    std::string lowered;
+    for (char c : app)
+        lowered += c == ' ' ? '-' : static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    std::vector<std::string> names{app};
+    if (lowered != app)
+        names.push_back(lowered);
+    return names;
+}
+
+bool openWithBrowser(const std::string& url, const std::string& app) {
+    std::vector<std::string> executables;
+    std::vector<std::string> ids;
+    if (const LinuxBrowser* row = findLinuxBrowser(app)) {
+        executables.assign(row->executables.begin(), row->executables.end());
+        ids.assign(row->desktopIds.begin(), row->desktopIds.end());
+    } else {
+        executables = guessedNames(app);
+        for (const auto& name : executables)
+            ids.push_back(name + ".desktop");
+    }
+    const std::vector<std::string_view> idViews(ids.begin(), ids.end());
+    const auto dirs = DesktopEntry::applicationDirs();
+    if (const auto entry = DesktopEntry::find(dirs, idViews)) {
+        const auto args = DesktopEntry::commandLine(entry->exec, url);
+        return args && launch(*args);
+    }
+    for (const auto& name : executables)
+        if (DesktopEntry::locate(name, Env::variable("PATH")))
+            return launch({name, url});
+    return false;
+}
+
+std::string lastComponent(std::string path) {
+    // A replaced binary reads "/usr/lib/firefox/firefox (deleted)".
+    constexpr std::string_view deleted = " (deleted)";
+    if (path.size() > deleted.size() && path.ends_with(deleted))
+        path.resize(path.size() - deleted.size());
+    const auto slash = path.rfind('/');
+    return slash == std::string::npos ? path : path.substr(slash + 1);
+}
+
+}  // namespace
+
+void openURL(const std::string& url, const std::string& app, std::function<void()> failed) {
+    const QUrl parsed(QString::fromStdString(url), QUrl::StrictMode);
+    if (!parsed.isValid() || parsed.scheme().isEmpty()) {
+        failed();
+        return;
+    }
+    if (app.empty()) {
+        if (!QDesktopServices::openUrl(parsed))
+            failed();
+        return;
+    }
+    if (!openWithBrowser(url, app))
+        failed();
+}
+
+void copyToClipboard(const std::string& text) {
+    if (qobject_cast<QGuiApplication*>(QCoreApplication::instance()) == nullptr)
+        return;
+    QGuiApplication::clipboard()->setText(QString::fromStdString(text));
+}
+
+std::set<std::string> runningExecutables(const std::string& procRoot) {
+    std::set<std::string> names;
+    DIR* dir = ::opendir(procRoot.c_str());
+    if (dir == nullptr)
+        return names;
+    while (const dirent* item = ::readdir(dir)) {
+        const std::string pid = item->d_name;
+        if (pid.empty() || !std::all_of(pid.begin(), pid.end(),
+                                        [](char c) { return c >= '0' && c <= '9'; }))
+            continue;
+        const std::string base = procRoot + "/" + pid;
+        char target[4096];
+        const ssize_t n = ::readlink((base + "/exe").c_str(), target, sizeof target - 1);
+        if (n > 0) {
+            names.insert(lastComponent(std::string(target, static_cast<std::size_t>(n))));
+            continue;
+        }
+        // Another user's process, or a kernel thread: the short name is all we get.
+        std::ifstream comm(base + "/comm");
+        std::string name;
+        if (std::getline(comm, name) && !name.empty())
+            names.insert(name);
+    }
+    ::closedir(dir);
+    return names;
+}
+
+std::vector<DetectedBrowser> detectBrowsers(const std::set<std::string>& running,
+                                            std::span<const std::string> applicationDirs) {
+    std::vector<DetectedBrowser> found;
+    for (const auto& row : linuxBrowsers()) {
+        const bool isRunning = std::any_of(row.executables.begin(), row.executables.end(),
+                                           [&](std::string_view exe) {
+                                               return running.count(std::string(exe)) > 0;
+                                           });
+        if (isRunning)
+            found.push_back({std::string(row.app), true});
+        else if (DesktopEntry::find(applicationDirs, row.desktopIds))
+            found.push_back({std::string(row.app), false});
+    }
+    return found;
+}
+
+std::vector<DetectedBrowser> detectBrowsers() {
+    const auto dirs = DesktopEntry::applicationDirs();
+    return detectBrowsers(runningExecutables(), dirs);
+}
+
+}  // namespace velmar::Links

@@ -1,0 +1,221 @@
+// Child processes over posix_spawn. Three kinds of worker take part in one
+// run: the reader drains the pipe, the waiter waits for the child's end, and
+// the optional guard sends SIGTERM at the time limit. The last of the reader
+// and the waiter to finish calls the completion.
+#include "Subprocess.h"
+
+#include <fcntl.h>
+#include <signal.h>
+#include <spawn.h>
+#include <sys/types.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <chrono>
+#include <condition_variable>
+#include <cstring>
+#include <memory>
+#include <mutex>
+#include <thread>
+
+#include "Text.h"
+
+extern char** environ;
+
+namespace velmar::Subprocess {
+namespace {
+
+// Everything the workers of one run share; each worker holds it alive.
+struct RunState {
+    pid_t pid = -1;
+    Completion completion;
+
+    std::mutex lock;
+    std::condition_variable exitedChanged;
+    bool exited = false;  // set before the child is reaped, so its pid cannot be reused yet
+    int pending = 0;      // workers still to finish: the waiter, and the reader if any
+    std::int32_t status = 0;
+    std::string bytes;
+
+    // Called by the reader and the waiter; the last one runs the finisher.
+    void workerDone() {
+        std::string out;
+        std::int32_t st = 0;
+        {
+            std::lock_guard guard(lock);
+            if (--pending > 0)
+                return;
+            out.swap(bytes);
+            st = status;
+        }
+        Result result{st, text::repairUtf8(out)};
+        Completion done = std::move(completion);
+        done(std::move(result));
+    }
+};
+
+std::vector<std::string> environmentWithPath(const std::optional<std::string>& path) {
+    std::vector<std::string> env;
+    const bool replace = path.has_value() && !path->empty();
+    for (char** e = environ; e != nullptr && *e != nullptr; ++e) {
+        if (replace && std::strncmp(*e, "PATH=", 5) == 0)
+            continue;
+        env.emplace_back(*e);
+    }
+    if (replace)
+        env.push_back("PATH=" + *path);
+    return env;
+}
+
+std::vector<char*> pointers(std::vector<std::string>& strings) {
+    std::vector<char*> out;
+    out.reserve(strings.size() + 1);
+    for (auto& s : strings)
+        out.push_back(s.data());
+    out.push_back(nullptr);
+    return out;
+}
+
+void readToEnd(const std::shared_ptr<RunState>& state, int fd) {
+    std::string collected;
+    char buffer[65536];
+    for (;;) {
+        const ssize_t n = ::read(fd, buffer, sizeof buffer);
+        if (n > 0) {
+            collected.append(buffer, static_cast<std::size_t>(n));
+        } else if (n == 0 || errno != EINTR) {
+            break;
+        }
+    }
+    ::close(fd);
+    {
+        std::lock_guard guard(state->lock);
+        state->bytes = std::move(collected);
+    }
+    state->workerDone();
+}
+
+void waitForEnd(const std::shared_ptr<RunState>& state) {
+    // Wait without reaping first: while the child is a zombie its pid (and its
+    // group id) stay taken, so the guard can never signal a stranger.
+    siginfo_t info{};
+    while (::waitid(P_PID, static_cast<id_t>(state->pid), &info, WEXITED | WNOWAIT) != 0 &&
+           errno == EINTR) {
+    }
+    {
+        std::lock_guard guard(state->lock);
+        state->exited = true;
+    }
+    state->exitedChanged.notify_all();
+
+    int raw = 0;
+    std::int32_t status = -1;
+    pid_t reaped;
+    do {
+        reaped = ::waitpid(state->pid, &raw, 0);
+    } while (reaped < 0 && errno == EINTR);
+    if (reaped == state->pid) {
+        if (WIFEXITED(raw))
+            status = WEXITSTATUS(raw);
+        else if (WIFSIGNALED(raw))
+            status = WTERMSIG(raw);
+    }
+    {
+        std::lock_guard guard(state->lock);
+        state->status = status;
+    }
+    state->workerDone();
+}
+
+void guard(const std::shared_ptr<RunState>& state, double seconds) {
+    const auto deadline = std::chrono::steady_clock::now() +
+                          std::chrono::duration_cast<std::chrono::steady_clock::duration>(
+                              std::chrono::duration<double>(seconds));
+    std::unique_lock held(state->lock);
+    // An early end only wakes the guard sooner; it then finds nothing to stop.
+    state->exitedChanged.wait_until(held, deadline, [&] { return state->exited; });
+    if (!state->exited)
+        ::kill(-state->pid, SIGTERM);
+}
+
+struct SpawnSetup {
+    posix_spawn_file_actions_t actions;
+    posix_spawnattr_t attributes;
+    SpawnSetup() {
+        posix_spawn_file_actions_init(&actions);
+        posix_spawnattr_init(&attributes);
+    }
+    ~SpawnSetup() {
+        posix_spawn_file_actions_destroy(&actions);
+        posix_spawnattr_destroy(&attributes);
+    }
+};
+
+}  // namespace
+
+void run(const std::string& executable, const std::vector<std::string>& arguments,
+         const std::optional<std::string>& path, bool captureStdout,
+         std::optional<double> timeout, Completion completion) {
+    std::vector<std::string> argvStrings;
+    argvStrings.reserve(arguments.size() + 1);
+    argvStrings.push_back(executable);
+    argvStrings.insert(argvStrings.end(), arguments.begin(), arguments.end());
+    std::vector<std::string> envStrings = environmentWithPath(path);
+    std::vector<char*> argv = pointers(argvStrings);
+    std::vector<char*> envp = pointers(envStrings);
+
+    // Both ends close on exec, so no other child (started concurrently) can
+    // inherit this pipe and keep it open by accident.
+    int pipeFds[2] = {-1, -1};
+    if (captureStdout && ::pipe2(pipeFds, O_CLOEXEC) != 0) {
+        completion(std::nullopt);
+        return;
+    }
+
+    SpawnSetup setup;
+    posix_spawn_file_actions_addopen(&setup.actions, 0, "/dev/null", O_RDONLY, 0);
+    if (captureStdout)
+        posix_spawn_file_actions_adddup2(&setup.actions, pipeFds[1], 1);
+    else
+        posix_spawn_file_actions_addopen(&setup.actions, 1, "/dev/null", O_WRONLY, 0);
+    posix_spawn_file_actions_addopen(&setup.actions, 2, "/dev/null", O_WRONLY, 0);
+
+    // A fresh group lets the time limit reach the programs a shell started.
+    // Signal dispositions and the mask start clean whatever our threads hold.
+    sigset_t none;
+    sigemptyset(&none);
+    sigset_t all;
+    sigfillset(&all);
+    posix_spawnattr_setflags(&setup.attributes,
+                             POSIX_SPAWN_SETPGROUP | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
+    posix_spawnattr_setpgroup(&setup.attributes, 0);
+    posix_spawnattr_setsigmask(&setup.attributes, &none);
+    posix_spawnattr_setsigdefault(&setup.attributes, &all);
+
+    pid_t pid = -1;
+    const int failed =
+        ::posix_spawn(&pid, executable.c_str(), &setup.actions, &setup.attributes, argv.data(),
+                      envp.data());
+    if (captureStdout)
+        ::close(pipeFds[1]);
+    if (failed != 0) {
+        if (captureStdout)
+            ::close(pipeFds[0]);
+        completion(std::nullopt);
+        return;
+    }
+
+    auto state = std::make_shared<RunState>();
+    state->pid = pid;
+    state->completion = std::move(completion);
+    state->pending = captureStdout ? 2 : 1;
+
+    if (captureStdout)
+        std::thread([state, fd = pipeFds[0]] { readToEnd(state, fd); }).detach();
+    if (timeout.has_value())
+        std::thread([state, seconds = *timeout] { guard(state, seconds); }).detach();
+    std::thread([state] { waitForEnd(state); }).detach();
+}
+
+}  // namespace velmar::Subprocess

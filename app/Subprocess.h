@@ -1,0 +1,43 @@
+// Starting a program: the one way the application runs a child process. A
+// child gets no standard input and loses its standard error; its standard
+// output is optionally collected while it runs, and its end is reported once.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace velmar::Subprocess {
+
+/// What a child that ran left behind.
+struct Result {
+    /// Exit code, or the number of the signal that ended the child.
+    std::int32_t status = 0;
+    /// Standard output decoded as UTF-8 with U+FFFD repair; empty when not captured.
+    std::string stdout;
+    bool operator==(const Result&) const = default;
+};
+
+/// Absent exactly when the child could not be started.
+using Completion = std::function<void(std::optional<Result>)>;
+
+/// Starts `executable` (an absolute path; no search of PATH) with `arguments`
+/// (no zeroth argument) and returns at once.
+///
+/// The child's environment is a copy of ours with only PATH replaced by `path`
+/// when that is present and not empty. Each child leads a process group of its
+/// own; when `timeout` seconds pass while the child is still running, SIGTERM
+/// goes to that group, once, and nothing harder follows.
+///
+/// `completion` is called exactly once: on a worker thread after the child
+/// has ended and (when `captureStdout`) its output pipe has reached end of
+/// file, which a descendant holding the pipe can delay; or on the calling
+/// thread, before `run` returns, with an absent Result when the child cannot
+/// be started.
+void run(const std::string& executable, const std::vector<std::string>& arguments,
+         const std::optional<std::string>& path, bool captureStdout,
+         std::optional<double> timeout, Completion completion);
+
+}  // namespace velmar::Subprocess
