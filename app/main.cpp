@@ -39,12 +39,15 @@ std::vector<std::string> splitLines(std::string_view data) {
 int runHeadless() {
     // Nothing is printed before the whole input has been read.
     auto lines = splitLines(readAll(stdin));
-    std::string out;
+    // Written line by line through one large buffer: the transcript can be tens
+    // of megabytes, and a second copy of it would only cost page faults.
+    static char buffer[1 << 20];
+    std::setvbuf(stdout, buffer, _IOFBF, sizeof buffer);
     for (const auto& line : velmar::Headless::run(lines)) {
-        out += line;
-        out += '\n';
+        std::fwrite(line.data(), 1, line.size(), stdout);
+        std::fputc('\n', stdout);
     }
-    std::fwrite(out.data(), 1, out.size(), stdout);
+    std::fflush(stdout);
     return 0;
 }
 

@@ -20,28 +20,30 @@ script="$work/script.jsonl"
 python3 "$here/gen_headless_script.py" "$lines" > "$script"
 echo "script: $(wc -l < "$script") lines, $(du -h "$script" | cut -f1)"
 
-# Seconds, as a decimal, of one run of "$@" with the script on standard input.
+# "wall cpu" seconds of one run of "$@" with the script on standard input;
+# cpu is user plus system time, steadier than wall time on a shared machine.
 time_once() {
-    local start end
-    start=$(date +%s%N)
-    "$@" < "$script" > /dev/null
-    end=$(date +%s%N)
-    echo "scale=3; ($end - $start) / 1000000000" | bc
+    /usr/bin/time -f "%e %U %S" -o "$work/time" "$@" < "$script" > /dev/null
+    awk '{ printf "%.2f %.2f\n", $1, $2 + $3 }' "$work/time"
 }
 
 median() { sort -n | awk '{ v[NR] = $1 } END { print (NR % 2) ? v[(NR + 1) / 2] : (v[NR / 2] + v[NR / 2 + 1]) / 2 }'; }
 
+# Prints "wall-median cpu-median"; the single runs go to standard error.
 measure() {
     local label="$1"; shift
-    local times=()
     "$@" < "$script" > /dev/null  # warm the page cache and the binary
-    for _ in $(seq "$runs"); do times+=("$(time_once "$@")"); done
-    local m
-    m=$(printf '%s\n' "${times[@]}" | median)
-    echo "$label: runs ${times[*]} s, median $m s" >&2
-    echo "$m"
+    for _ in $(seq "$runs"); do time_once "$@"; done > "$work/runs"
+    local wall cpu
+    wall=$(cut -d' ' -f1 "$work/runs" | median)
+    cpu=$(cut -d' ' -f2 "$work/runs" | median)
+    echo "$label: wall $(cut -d' ' -f1 "$work/runs" | tr '\n' ' ')s; cpu $(cut -d' ' -f2 "$work/runs" | tr '\n' ' ')s" >&2
+    echo "$wall $cpu"
 }
 
 v=$(measure "velmar --headless" "$velmar" --headless)
 j=$(measure "jq -c ." jq -c .)
-echo "velmar median ${v}s, jq median ${j}s, velmar/jq = $(echo "scale=2; $v / $j" | bc)"
+read -r vw vc <<< "$v"
+read -r jw jc <<< "$j"
+echo "median wall: velmar ${vw}s, jq ${jw}s, velmar/jq = $(echo "scale=2; $vw / $jw" | bc)"
+echo "median cpu:  velmar ${vc}s, jq ${jc}s, velmar/jq = $(echo "scale=2; $vc / $jc" | bc)"

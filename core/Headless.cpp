@@ -20,6 +20,13 @@ std::string encodeOrPlaceholder(const Json& record) {
     }
 }
 
+// Printable ASCII other than the blank is neither whitespace nor a newline, so
+// a line with such characters at both ends needs no trimming (nor a copy).
+bool startsAndEndsPrintableAscii(std::string_view line) {
+    auto printable = [](char c) { return c > ' ' && c < 0x7F; };
+    return !line.empty() && printable(line.front()) && printable(line.back());
+}
+
 std::string stepLine(std::int64_t number, const Msg& msg, const Effects& effects,
                      const Model& model) {
     Json effectList = Json::array();
@@ -47,9 +54,11 @@ std::vector<std::string> run(const std::vector<std::string>& lines) {
     std::int64_t number = 0;
     for (const auto& line : lines) {
         ++number;  // every input line counts, also those passed over
-        std::string text = text::trimWhitespaceAndNewlines(line);
+        std::string trimmed;
+        std::string_view text = line;
+        if (!startsAndEndsPrintableAscii(line)) text = trimmed = text::trimWhitespaceAndNewlines(line);
         if (text.empty() || text.front() == '#') continue;
-        auto decoded = decodeMsg(std::string_view(text));
+        auto decoded = decodeMsg(text);
         if (const auto* error = std::get_if<DecodeError>(&decoded)) {
             out.push_back(failureLine(number, *error));
             continue;

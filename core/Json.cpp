@@ -324,31 +324,32 @@ std::optional<std::int64_t> integral(const Json& v, std::int64_t low, std::int64
     return i;
 }
 
-void read(const Json& v, const std::string& path, std::string& out) {
+void read(Json& v, const std::string& path, std::string& out) {
     if (!v.is_string()) mismatch("String", path);
-    out = v.get_ref<const std::string&>();
+    // The parsed document is thrown away after decoding, so its text can move.
+    out = std::move(v.get_ref<std::string&>());
 }
-void read(const Json& v, const std::string& path, bool& out) {
+void read(Json& v, const std::string& path, bool& out) {
     if (!v.is_boolean()) mismatch("Bool", path);
     out = v.get<bool>();
 }
-void read(const Json& v, const std::string& path, std::int64_t& out) {
+void read(Json& v, const std::string& path, std::int64_t& out) {
     auto i = integral(v, std::numeric_limits<std::int64_t>::min(),
                       std::numeric_limits<std::int64_t>::max());
     if (!i) mismatch("Int", path);
     out = *i;
 }
-void read(const Json& v, const std::string& path, std::int32_t& out) {
+void read(Json& v, const std::string& path, std::int32_t& out) {
     auto i = integral(v, std::numeric_limits<std::int32_t>::min(),
                       std::numeric_limits<std::int32_t>::max());
     if (!i) mismatch("Int32", path);
     out = static_cast<std::int32_t>(*i);
 }
-void read(const Json& v, const std::string& path, double& out) {
+void read(Json& v, const std::string& path, double& out) {
     if (!v.is_number()) mismatch("Double", path);
     out = v.get<double>();
 }
-template <Enumeration E> void read(const Json& v, const std::string& path, E& out) {
+template <Enumeration E> void read(Json& v, const std::string& path, E& out) {
     if (!v.is_string()) mismatch("String", path);
     auto value = fromJsonText<E>(v.get_ref<const std::string&>());
     if (!value)
@@ -356,13 +357,13 @@ template <Enumeration E> void read(const Json& v, const std::string& path, E& ou
              "unknown " + std::string(enumName<E>()) + " text at '" + path + "'");
     out = *value;
 }
-template <Record R> void read(const Json& v, const std::string& path, R& out);
-template <typename T> void read(const Json& v, const std::string& path, std::vector<T>& out) {
+template <Record R> void read(Json& v, const std::string& path, R& out);
+template <typename T> void read(Json& v, const std::string& path, std::vector<T>& out) {
     if (!v.is_array()) mismatch("Array", path);
     out.clear();
     out.reserve(v.size());
     std::size_t index = 0;
-    for (const auto& element : v) {
+    for (auto& element : v) {
         std::string at = joinPath(path, std::to_string(index++));
         if (element.is_null()) fail(DecodeError::Kind::valueNotFound, {}, typeName<T>(), at, {});
         read(element, at, out.emplace_back());
@@ -371,10 +372,10 @@ template <typename T> void read(const Json& v, const std::string& path, std::vec
 
 class Reader {
 public:
-    Reader(const Json& object, std::string path) : object_(object), path_(std::move(path)) {}
+    Reader(Json& object, std::string path) : object_(object), path_(std::move(path)) {}
 
     template <typename T> void operator()(const char* key, T& out) const {
-        const Json* value = find(key);
+        Json* value = find(key);
         if (!value) fail(DecodeError::Kind::keyNotFound, key, {}, path_, {});
         if (value->is_null())
             fail(DecodeError::Kind::valueNotFound, {}, typeName<T>(), joinPath(path_, key), {});
@@ -382,7 +383,7 @@ public:
     }
     // Missing and null both leave an optional absent.
     template <typename T> void operator()(const char* key, std::optional<T>& out) const {
-        const Json* value = find(key);
+        Json* value = find(key);
         if (!value || value->is_null()) {
             out.reset();
             return;
@@ -391,26 +392,26 @@ public:
     }
 
 private:
-    const Json* find(const char* key) const {
+    Json* find(const char* key) const {
         auto it = object_.find(key);
         return it == object_.end() ? nullptr : &*it;
     }
-    const Json& object_;
+    Json& object_;
     std::string path_;
 };
 
-template <Record R> void read(const Json& v, const std::string& path, R& out) {
+template <Record R> void read(Json& v, const std::string& path, R& out) {
     if (!v.is_object()) mismatch("Object", path);
     eachField(out, Reader(v, path));
 }
 
 // One decoder per case, indexed like the variant.
-template <std::size_t I> Msg decodeCase(const Json& object) {
+template <std::size_t I> Msg decodeCase(Json& object) {
     std::variant_alternative_t<I, Msg> m{};
     eachField(m, Reader(object, {}));
     return m;
 }
-using CaseDecoder = Msg (*)(const Json&);
+using CaseDecoder = Msg (*)(Json&);
 template <std::size_t... I>
 constexpr auto makeDecoders(std::index_sequence<I...>) {
     return std::array<CaseDecoder, sizeof...(I)>{&decodeCase<I>...};
@@ -516,6 +517,21 @@ DecodeError corrupted(std::string description) {
     return {DecodeError::Kind::dataCorrupted, {}, {}, {}, std::move(description)};
 }
 
+// Decodes from a document that the caller no longer needs: strings are moved out.
+DecodeResult decodeOwned(Json& value) {
+    try {
+        if (!value.is_object()) return corrupted("not a JSON object");
+        std::string name;
+        Reader(value, {})("msg", name);
+        for (std::size_t i = 0; i < std::size(msgNames); ++i)
+            if (msgNames[i] == name) return caseDecoders[i](value);
+        return DecodeError{DecodeError::Kind::dataCorrupted, {}, {}, "msg",
+                           "unknown msg '" + name + "'"};
+    } catch (const Failed& f) {
+        return f.error;
+    }
+}
+
 }  // namespace
 
 // ---- Public interface ----
@@ -548,17 +564,8 @@ std::string describe(const DecodeError& e) {
 }
 
 DecodeResult decodeMsg(const Json& value) {
-    try {
-        if (!value.is_object()) return corrupted("not a JSON object");
-        std::string name;
-        Reader(value, {})("msg", name);
-        for (std::size_t i = 0; i < std::size(msgNames); ++i)
-            if (msgNames[i] == name) return caseDecoders[i](value);
-        return DecodeError{DecodeError::Kind::dataCorrupted, {}, {}, "msg",
-                           "unknown msg '" + name + "'"};
-    } catch (const Failed& f) {
-        return f.error;
-    }
+    Json copy = value;
+    return decodeOwned(copy);
 }
 
 DecodeResult decodeMsg(std::string_view text) {
@@ -567,7 +574,7 @@ DecodeResult decodeMsg(std::string_view text) {
     bool ok = Json::sax_parse(text.begin(), text.end(), &builder, Json::input_format_t::json,
                               /*strict=*/true);
     if (!ok) return corrupted(builder.failure());
-    return decodeMsg(value);
+    return decodeOwned(value);
 }
 
 std::string dumpCompact(const Json& value) {
