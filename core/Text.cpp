@@ -8,6 +8,8 @@
 #include <unicode/utext.h>
 #include <unicode/utf8.h>
 
+#include <cstdint>
+#include <cstring>
 #include <memory>
 
 namespace velmar::text {
@@ -39,6 +41,21 @@ std::size_t previousStart(std::string_view s, std::size_t end) {
     if (decodeAt(s, i).next == end) return i;
     return end - 1;
 }
+
+// Length of the leading run of ASCII bytes, scanned a word at a time: the
+// texts of a fetch are kilobytes of mostly ASCII markup.
+std::size_t asciiPrefix(std::string_view s) {
+    std::size_t i = 0;
+    for (; i + 8 <= s.size(); i += 8) {
+        std::uint64_t word;
+        std::memcpy(&word, s.data() + i, sizeof word);
+        if (word & 0x8080808080808080ULL) break;
+    }
+    while (i < s.size() && static_cast<unsigned char>(s[i]) < 0x80) ++i;
+    return i;
+}
+
+bool isAscii(std::string_view s) { return asciiPrefix(s) == s.size(); }
 
 template <typename Pred>
 std::string trimBy(std::string_view s, Pred pred) {
@@ -98,6 +115,8 @@ std::string trimWhitespaceAndNewlines(std::string_view s) {
 bool isValidUtf8(std::string_view s) {
     std::size_t i = 0;
     while (i < s.size()) {
+        i += asciiPrefix(s.substr(i));
+        if (i == s.size()) break;
         int32_t pos = static_cast<int32_t>(i);
         UChar32 c;
         U8_NEXT(reinterpret_cast<const uint8_t*>(s.data()), pos, static_cast<int32_t>(s.size()), c);
@@ -135,6 +154,17 @@ std::vector<std::string> characters(std::string_view input) {
     std::string repaired = repairUtf8(input);
     std::vector<std::string> out;
     if (repaired.empty()) return out;
+    // In ASCII every byte is a cluster of its own but for CR LF, so the break
+    // iterator can be skipped.
+    if (isAscii(repaired)) {
+        out.reserve(repaired.size());
+        for (std::size_t i = 0; i < repaired.size(); ++i) {
+            const bool crlf = repaired[i] == '\r' && i + 1 < repaired.size() && repaired[i + 1] == '\n';
+            out.emplace_back(repaired.substr(i, crlf ? 2 : 1));
+            if (crlf) ++i;
+        }
+        return out;
+    }
 
     // One character iterator per thread; creating one is far dearer than using it.
     thread_local std::unique_ptr<icu::BreakIterator> iterator = [] {
@@ -187,7 +217,8 @@ std::vector<std::string> splitCharacters(std::string_view s, char32_t separator,
     auto emit = [&](std::string_view piece) {
         if (keepEmpty || !piece.empty()) out.emplace_back(piece);
     };
-    if (isAlwaysOwnCluster(separator)) {
+    // In ASCII text an ASCII separator is always a cluster of its own too.
+    if (isAlwaysOwnCluster(separator) || (separator < 0x80 && isAscii(s))) {
         // Fast path: no segmentation needed, only the CR LF rule.
         const std::string sep = encodeUtf8(separator);
         std::size_t start = 0;
