@@ -26,6 +26,7 @@
 
 #if VELMAR_HAS_EFFECTS
 #include "EffectRunner.h"
+#include "Env.h"
 #endif
 
 namespace velmar {
@@ -82,6 +83,9 @@ AppDelegate::AppDelegate(QObject* parent)
 AppDelegate::~AppDelegate() = default;
 
 QString AppDelegate::home() {
+#if VELMAR_HAS_EFFECTS
+    return QString::fromStdString(Env::home());
+#else
     const char* own = std::getenv("VELMAR_HOME");
     if (own != nullptr && *own != '\0') return QString::fromUtf8(own);
     const char* user = std::getenv("HOME");
@@ -89,6 +93,7 @@ QString AppDelegate::home() {
     if (const passwd* entry = getpwuid(getuid()); entry && entry->pw_dir)
         return QString::fromUtf8(entry->pw_dir);
     return QString();
+#endif
 }
 
 void AppDelegate::start() {

@@ -61,7 +61,9 @@ void scheduleIfRequested(QQuickWindow* window) {
     QPointer<QQuickWindow> weak(window);
     QTimer::singleShot(DebugEnv::timerMilliseconds(delay - 0.5), qApp, [weak] {
         if (!weak) return;
-        weak->raise();
+        weak->show();
+        // The offscreen platform has no stacking and says so on stderr.
+        if (QGuiApplication::platformName() != QLatin1String("offscreen")) weak->raise();
         weak->requestActivate();
     });
     QTimer::singleShot(DebugEnv::timerMilliseconds(delay), qApp, [weak, path] {
