@@ -5,140 +5,84 @@
 #include "Formats.h"
 
 using namespace velmar::Formats;
-using Strings = std::vector<std::string>;
 
 namespace {
 
 std::string base64(std::string_view bytes) {
-    static constexpr char alphabet[] =
-        "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    static constexpr char alphabet[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
     std::string out;
-    std::size_t i = 0;
-    for (; i + 2 < bytes.size(); i += 3) {
-        const unsigned n = (unsigned char)bytes[i] << 16 | (unsigned char)bytes[i + 1] << 8 | (unsigned char)bytes[i + 2];
-        out += {alphabet[n >> 18], alphabet[n >> 12 & 63], alphabet[n >> 6 & 63], alphabet[n & 63]};
+    unsigned buffer = 0;
+    int bits = 0;
+    for (unsigned char c : bytes) {
+        buffer = buffer << 8 | c;
+        for (bits += 8; bits >= 6; bits -= 6) out += alphabet[buffer >> (bits - 6) & 63];
     }
-    if (bytes.size() - i == 1) {
-        const unsigned n = (unsigned char)bytes[i] << 16;
-        out += {alphabet[n >> 18], alphabet[n >> 12 & 63], '=', '='};
-    } else if (bytes.size() - i == 2) {
-        const unsigned n = (unsigned char)bytes[i] << 16 | (unsigned char)bytes[i + 1] << 8;
-        out += {alphabet[n >> 18], alphabet[n >> 12 & 63], alphabet[n >> 6 & 63], '='};
-    }
+    if (bits > 0) out += alphabet[buffer << (6 - bits) & 63];
+    while (out.size() % 4) out += '=';
     return out;
-}
-
-PrRow row(std::int64_t number, std::string title, std::string preview = {}) {
-    return {number, std::move(title), "octo", "feat/x", false, "https://github.com/acme/web/pull/1", std::move(preview)};
 }
 
 const std::string url = "https://github.com/acme/web/pull/1";
 
-std::string line(std::string_view number, std::string_view title, std::string_view rest = "\tocto\tfeat/x\tfalse\t") {
-    return std::string(number) + "\t" + std::string(title) + std::string(rest) + url;
+std::string line(std::string_view number, std::string_view title, std::string_view draft = "false") {
+    return std::string(number) + "\t" + std::string(title) + "\tocto\tfeat/x\t" + std::string(draft) + "\t" + url;
+}
+
+PrRow row(std::int64_t number, std::string title, std::string preview = {}, bool draft = false) {
+    return {number, std::move(title), "octo", "feat/x", draft, url, std::move(preview)};
 }
 
 }  // namespace
 
 TEST(gh_output, base64_is_strict) {
-    const struct {
-        std::string text;
-        std::optional<std::string> bytes;
-    } rows[] = {
-        {"", ""},
-        {"TWFu", "Man"},
-        {"TWE=", "Ma"},
-        {"TQ==", "M"},
-        {"TQ", std::nullopt},            // padding is required
-        {"TQ=", std::nullopt},
-        {"TQ==TWFu", std::nullopt},      // padding only at the end
-        {"T=Q=", std::nullopt},
-        {"TW Fu", std::nullopt},
-        {"TWF\n", std::nullopt},
-        {"TW-_", std::nullopt},          // the URL-safe alphabet is not this one
-        {"////", "\xFF\xFF\xFF"},
-        {"====", std::nullopt},
+    const std::pair<std::string, std::optional<std::string>> rows[] = {
+        {"", ""}, {"TWFu", "Man"}, {"TWE=", "Ma"}, {"TQ==", "M"}, {"////", "\xFF\xFF\xFF"},
+        {"TQ", std::nullopt}, {"TQ=", std::nullopt}, {"TQ==TWFu", std::nullopt}, {"T=Q=", std::nullopt},
+        {"TW Fu", std::nullopt}, {"TWF\n", std::nullopt}, {"TW-_", std::nullopt}, {"====", std::nullopt},
     };
-    for (const auto& r : rows) EXPECT_EQ(decodeBase64(r.text), r.bytes) << r.text;
-    EXPECT_EQ(decodeBase64(base64("any\x1E\xF0\x9F\x98\x80 bytes")), "any\x1E\xF0\x9F\x98\x80 bytes");
+    for (const auto& [text, bytes] : rows) EXPECT_EQ(decodeBase64(text), bytes) << text;
 }
 
 TEST(gh_output, slug_line_then_one_row_per_line) {
-    const std::string web = "[Web](https://web-1.example.com/)";
-    const struct {
-        std::string name;
-        std::string output;
-        PrOutput result;
-    } rows[] = {
-        {"empty", "", {"", {}}},
-        {"slug only", "acme/web\n", {"acme/web", {}}},
-        {"slug trimmed", " \tacme/web \r\n", {"acme/web", {}}},
-        {"six columns", "acme/web\n" + line("7", "Fix") + "\n", {"acme/web", {row(7, "Fix")}}},
-        {"five columns dropped, neighbours kept",
-         "s\n" + line("1", "a") + "\n1\tb\tocto\tfeat/x\tfalse\n" + line("3", "c"),
-         {"s", {row(1, "a"), row(3, "c")}}},
-        {"not a number", "s\n" + line("x1", "a") + "\n" + line("", "b") + "\n" + line("+", "c"), {"s", {}}},
-        {"too large for 64 bits", "s\n" + line("9223372036854775808", "a"), {"s", {}}},
-        {"64-bit edges and signs",
-         "s\n" + line(" 9223372036854775807 ", "a") + "\n" + line("-9223372036854775808", "b") + "\n" + line("+5", "c"),
-         {"s", {row(9223372036854775807, "a"), row(INT64_MIN, "b"), row(5, "c")}}},
-        {"escapes stay", "s\n" + line("2", "a\\tb\\\\c"), {"s", {row(2, "a\\tb\\\\c")}}},
-        {"CR is no line end", "s\n" + line("2", "a\rb"), {"s", {row(2, "a\rb")}}},
-        {"extra columns ignored", "s\n" + line("2", "t") + "\t" + base64(web) + "\tmore\tcolumns",
-         {"s", {row(2, "t", "https://web-1.example.com/")}}},
-        {"url trimmed", "s\n4\tt\tocto\tfeat/x\tfalse\t " + url + "\u00A0", {"s", {row(4, "t")}}},
+    const std::string web = "\t" + base64("[Web](https://web-1.example.com/)");
+    const std::pair<std::string, PrOutput> rows[] = {
+        {"", {"", {}}},
+        {" \tacme/web \r\n", {"acme/web", {}}},
+        {"s\n" + line("7", "Fix") + "\n", {"s", {row(7, "Fix")}}},
+        // five columns, no number, a bare sign, 2^63: dropped; neighbours stay
+        {"s\n" + line("1", "a") + "\n1\tb\tocto\tfeat/x\tfalse\n" + line("x1", "c") + "\n" + line("+", "d") +
+             "\n" + line("9223372036854775808", "e") + "\n" + line("3", "f"),
+         {"s", {row(1, "a"), row(3, "f")}}},
+        {"s\n" + line(" 9223372036854775807 ", "a") + "\n" + line("-9223372036854775808", "b") + "\n" + line("+5", "c"),
+         {"s", {row(INT64_MAX, "a"), row(INT64_MIN, "b"), row(5, "c")}}},
+        {"s\n" + line("2", "a\\tb\\\\c\rd"), {"s", {row(2, "a\\tb\\\\c\rd")}}},  // no unescaping; CR ends nothing
+        {"s\n" + line("2", "t") + web + "\tmore\tcolumns", {"s", {row(2, "t", "https://web-1.example.com/")}}},
+        {"s\n" + line("4", "t", "true") + "\u00A0\n" + line("5", "t", "True"), {"s", {row(4, "t", "", true), row(5, "t")}}},
     };
-    for (const auto& r : rows) EXPECT_EQ(parsePrOutput(r.output), r.result) << r.name;
-}
-
-TEST(gh_output, draft_flag_is_exactly_true) {
-    const struct {
-        std::string column;
-        bool draft;
-    } rows[] = {{"true", true}, {"True", false}, {" true", false}, {"false", false}, {"", false}};
-    for (const auto& r : rows) {
-        const auto out = parsePrOutput("s\n" + line("1", "t", "\tocto\tfeat/x\t" + r.column + "\t"));
-        ASSERT_EQ(out.rows.size(), 1u) << r.column;
-        EXPECT_EQ(out.rows[0].isDraft, r.draft) << r.column;
-    }
+    for (const auto& [output, expected] : rows) EXPECT_EQ(parsePrOutput(output), expected) << output;
 }
 
 TEST(gh_output, comment_blob_gives_the_last_body_with_a_link) {
     const std::string first = "[Web](https://first.example.com/)";
     const std::string second = "| app | Deploy Preview | [open](https://second.example.com/) |";
-    const std::string none = "Building...";
-    const struct {
-        std::string name;
-        std::string column;
-        std::string preview;
-    } rows[] = {
-        {"empty column", "", ""},
-        {"one body", base64(first), "https://first.example.com/"},
-        {"later body wins", base64(first + "\x1E" + second), "https://second.example.com/"},
-        {"later body without link does not hide", base64(first + "\x1E" + none + "\x1E"), "https://first.example.com/"},
-        {"empty pieces skipped", base64("\x1E\x1E" + first + "\x1E"), "https://first.example.com/"},
-        {"blob trimmed", " \u00A0" + base64(first) + "\u3000", "https://first.example.com/"},
-        {"stray character", base64(first) + "!", ""},
-        {"missing padding", base64(first + "x").substr(0, base64(first + "x").find('=')), ""},
-        {"not UTF-8", base64(first + "\xFF"), ""},
-        {"no link anywhere", base64(none + "\x1E" + none), ""},
+    const std::string f = "https://first.example.com/";
+    const std::pair<std::string, std::string> rows[] = {
+        {"", ""},
+        {base64(first + "\x1E" + second), "https://second.example.com/"},
+        {base64("\x1E" + first + "\x1E" + "no link\x1E"), f},  // a later body without a link hides nothing
+        {" \u00A0" + base64(first) + "\u3000", f},
+        {base64(first) + "!", ""},
+        {base64(first + "x").substr(0, base64(first + "x").find('=')), ""},  // padding is required
+        {base64(first + "\xFF"), ""},                                        // not UTF-8
     };
-    for (const auto& r : rows) {
-        const auto out = parsePrOutput("acme/web\n" + line("9", "t") + "\t" + r.column + "\n");
-        ASSERT_EQ(out.rows.size(), 1u) << r.name;
-        EXPECT_EQ(out.rows[0].commentPreview, r.preview) << r.name;
+    for (const auto& [column, preview] : rows) {
+        const auto out = parsePrOutput("acme/web\n" + line("9", "t") + "\t" + column + "\n");
+        ASSERT_EQ(out.rows.size(), 1u) << column;
+        EXPECT_EQ(out.rows[0].commentPreview, preview) << column;
     }
 }
 
 TEST(gh_output, slug_list_keeps_first_appearances_in_order) {
-    const struct {
-        std::string output;
-        Strings slugs;
-    } rows[] = {
-        {"", {}},
-        {"a/b\n\nc/d\r\n  \na/b\n", {"a/b", "c/d"}},
-        {" a/b \na/b\nA/B\n", {"a/b", "A/B"}},
-        {"not a slug\n", {"not a slug"}},
-    };
-    for (const auto& r : rows) EXPECT_EQ(parseSlugList(r.output), r.slugs) << r.output;
+    EXPECT_EQ(parseSlugList("a/b\n\nc/d\r\n  \n a/b \nA/B\nnot a slug"),
+              (std::vector<std::string>{"a/b", "c/d", "A/B", "not a slug"}));
 }
