@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <cctype>
 #include <fstream>
+#include <memory>
 
 #include "BrowserTable.h"
 #include "DesktopEntry.h"
@@ -26,15 +27,16 @@ bool launch(const std::vector<std::string>& args) {
     const auto program = DesktopEntry::locate(args.front(), Env::variable("PATH"));
     if (!program)
         return false;
-    bool started = true;
+    // A failed start is answered on this thread before run returns; a
+    // browser's later exit, on a worker thread, changes nothing.
+    auto started = std::make_shared<bool>(true);
     Subprocess::run(*program, std::vector<std::string>(args.begin() + 1, args.end()),
                     std::nullopt, false, std::nullopt,
-                    [&started](std::optional<Subprocess::Result> result) {
-                        // Runs on this thread only when the start failed.
+                    [started](std::optional<Subprocess::Result> result) {
                         if (!result)
-                            started = false;
+                            *started = false;
                     });
-    return started;
+    return *started;
 }
 
 // For a name outside the table: the name itself, and the usual lower-case
