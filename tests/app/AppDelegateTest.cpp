@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <QAction>
+#include <QDir>
+#include <QFile>
 #include <QGuiApplication>
 #include <QQuickView>
 #include <QTemporaryDir>
@@ -26,6 +28,12 @@ protected:
     void SetUp() override {
         ASSERT_TRUE(home.isValid());
         qputenv("VELMAR_HOME", home.path().toUtf8());
+        // An onboarded user: the onboarding screen would take the header away.
+        ASSERT_TRUE(QDir(home.path()).mkpath(".config/velmar"));
+        QFile settings(home.filePath(".config/velmar/settings.tsv"));
+        ASSERT_TRUE(settings.open(QIODevice::WriteOnly));
+        settings.write("auto\t0\nview\tlist\nonboarded\t1\nappearance\tdark\n");
+        settings.close();
         delegate = std::make_unique<AppDelegate>();
         delegate->start();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(delegate->window()));
