@@ -158,22 +158,21 @@ std::vector<std::string> Model::shownKeys() const {
 std::vector<PreviewMenuItem> Model::previewMenu(const PR&) const {
     std::vector<PreviewMenuItem> items;
     const Browser* selected = selectedBrowserEntry();
-    items.emplace_back(std::in_place_type<menu::Open>,
-                       "Open in " + (selected ? selected->name
-                                              : std::string(Browser::systemDefaultName)),
-                       std::nullopt);
+    items.push_back(menu::Open{
+        "Open in " + (selected ? selected->name : std::string(Browser::systemDefaultName)),
+        std::nullopt});
 
     std::size_t listed = 0;
     for (const auto& b : browsers) {
         if (listed == Constants::maxMenuBrowsers) break;
         if (!isVisible(b, browserMode)) continue;
-        if (listed == 0) items.emplace_back(std::in_place_type<menu::Separator>);
-        items.emplace_back(std::in_place_type<menu::Open>, "Open in " + b.name, b.id);
+        if (listed == 0) items.push_back(menu::Separator{});
+        items.push_back(menu::Open{"Open in " + b.name, b.id});
         ++listed;
     }
 
-    items.emplace_back(std::in_place_type<menu::Separator>);
-    items.emplace_back(std::in_place_type<menu::Copy>, "Copy preview URL");
+    items.push_back(menu::Separator{});
+    items.push_back(menu::Copy{"Copy preview URL"});
     return items;
 }
 

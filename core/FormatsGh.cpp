@@ -82,23 +82,28 @@ constexpr std::array<int, 256> base64Table = [] {
 
 std::optional<std::string> decodeBase64(std::string_view text) {
     if (text.size() % 4 != 0) return std::nullopt;
-    std::string out;
-    out.reserve(text.size() / 4 * 3);
+    // Sized once and written through a pointer: comment blobs run to hundreds of KB.
+    std::string out(text.size() / 4 * 3, '\0');
+    char* write = out.data();
     for (std::size_t i = 0; i < text.size(); i += 4) {
-        const bool last = i + 4 == text.size();
         int v[4];
         for (int k = 0; k < 4; ++k) v[k] = base64Table[static_cast<unsigned char>(text[i + k])];
+        if ((v[0] | v[1] | v[2] | v[3]) >= 0) {  // the common case: four alphabet characters
+            *write++ = static_cast<char>((v[0] << 2) | (v[1] >> 4));
+            *write++ = static_cast<char>(((v[1] & 0xF) << 4) | (v[2] >> 2));
+            *write++ = static_cast<char>(((v[2] & 0x3) << 6) | v[3]);
+            continue;
+        }
         // Padding may only close the last quantum: "xx==" or "xxx=".
+        const bool last = i + 4 == text.size();
         if (v[0] < 0 || v[1] < 0) return std::nullopt;
         if (v[2] == invalid || v[3] == invalid) return std::nullopt;
-        if ((v[2] == padding || v[3] == padding) && !last) return std::nullopt;
+        if (!last) return std::nullopt;
         if (v[2] == padding && v[3] != padding) return std::nullopt;
-        out += static_cast<char>((v[0] << 2) | (v[1] >> 4));
-        if (v[2] == padding) break;
-        out += static_cast<char>(((v[1] & 0xF) << 4) | (v[2] >> 2));
-        if (v[3] == padding) break;
-        out += static_cast<char>(((v[2] & 0x3) << 6) | v[3]);
+        *write++ = static_cast<char>((v[0] << 2) | (v[1] >> 4));
+        if (v[2] != padding) *write++ = static_cast<char>(((v[1] & 0xF) << 4) | (v[2] >> 2));
     }
+    out.resize(static_cast<std::size_t>(write - out.data()));
     return out;
 }
 
