@@ -1,5 +1,6 @@
-// The windowed application in-process, offscreen: the menu's items and keys,
-// and that the keys reach the core from the window whatever has focus.
+// The windowed application in-process, offscreen, as an onboarded user (the
+// onboarding screen would take the header away): the menu's items and keys,
+// the keys reaching the core, and which placements count as moves.
 #include <gtest/gtest.h>
 
 #include <QAction>
@@ -14,96 +15,67 @@
 
 using namespace velmar;
 
-namespace {
-
-QAction* findItem(const AppDelegate& delegate, const QString& title) {
-    for (const MenuSection& section : delegate.mainMenu())
-        for (QAction* action : section.items)
-            if (action->text() == title) return action;
-    return nullptr;
-}
-
 class AppDelegateTest : public ::testing::Test {
 protected:
     void SetUp() override {
-        ASSERT_TRUE(home.isValid());
         qputenv("VELMAR_HOME", home.path().toUtf8());
-        // An onboarded user: the onboarding screen would take the header away.
         ASSERT_TRUE(QDir(home.path()).mkpath(".config/velmar"));
         QFile settings(home.filePath(".config/velmar/settings.tsv"));
-        ASSERT_TRUE(settings.open(QIODevice::WriteOnly));
-        settings.write("auto\t0\nview\tlist\nonboarded\t1\nappearance\tdark\n");
-        settings.close();
-        delegate = std::make_unique<AppDelegate>();
-        delegate->start();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(delegate->window()));
+        ASSERT_TRUE(settings.open(QIODevice::WriteOnly) &&
+                    settings.write("auto\t0\nview\tlist\nonboarded\t1\nappearance\tdark\n") > 0 &&
+                    settings.flush());
+        delegate.start();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(delegate.window()));
     }
-    void TearDown() override { delegate.reset(); }
+    const Model& model() { return delegate.store().model(); }
 
     QTemporaryDir home;
-    std::unique_ptr<AppDelegate> delegate;
+    AppDelegate delegate;
 };
-
-}  // namespace
 
 TEST_F(AppDelegateTest, main_menu_has_four_submenus_with_their_keys) {
     std::vector<QString> titles;
-    for (const MenuSection& section : delegate->mainMenu()) titles.push_back(section.title);
+    std::map<QString, QAction*> items;
+    for (const MenuSection& section : delegate.mainMenu()) {
+        titles.push_back(section.title);
+        for (QAction* action : section.items) items[action->text()] = action;
+    }
     EXPECT_EQ(titles, (std::vector<QString>{"Velmar", "Edit", "View", "Window"}));
-
-    struct Row {
-        const char* title;
-        const char* key;
-        bool enabled;
+    const std::vector<std::tuple<const char*, const char*, bool>> rows = {
+        {"Check for Updates\u2026", "", false}, {"Quit Velmar", "Ctrl+Q", true},
+        {"Refresh", "Ctrl+R", true},            {"Settings\u2026", "Ctrl+,", true},
+        {"Minimize", "Ctrl+M", true},           {"Close", "Ctrl+W", true},
     };
-    const std::vector<Row> rows = {
-        {"Check for Updates\u2026", "", false},
-        {"Quit Velmar", "Ctrl+Q", true},
-        {"Refresh", "Ctrl+R", true},
-        {"Settings\u2026", "Ctrl+,", true},
-        {"Minimize", "Ctrl+M", true},
-        {"Close", "Ctrl+W", true},
-    };
-    for (const Row& row : rows) {
-        QAction* item = findItem(*delegate, QString::fromUtf8(row.title));
-        ASSERT_NE(item, nullptr) << row.title;
-        EXPECT_EQ(item->shortcut(), QKeySequence(QString::fromUtf8(row.key))) << row.title;
-        EXPECT_EQ(item->isEnabled(), row.enabled) << row.title;
+    for (auto [title, key, enabled] : rows) {
+        QAction* item = items[QString::fromUtf8(title)];
+        ASSERT_NE(item, nullptr) << title;
+        EXPECT_EQ(item->shortcut(), QKeySequence(QString::fromUtf8(key))) << title;
+        EXPECT_EQ(item->isEnabled(), enabled) << title;
     }
 }
 
 TEST_F(AppDelegateTest, settings_key_and_escape_move_between_the_screens) {
-    QQuickView* window = delegate->window();
-    EXPECT_EQ(delegate->store().model().screen, Screen::list);
-    QTest::keyClick(window, Qt::Key_Comma, Qt::ControlModifier);
-    EXPECT_EQ(delegate->store().model().screen, Screen::manage);
-    QTest::keyClick(window, Qt::Key_Escape);
-    EXPECT_EQ(delegate->store().model().screen, Screen::list);
-    // On the list Escape has nothing to leave.
-    QTest::keyClick(window, Qt::Key_Escape);
-    EXPECT_EQ(delegate->store().model().screen, Screen::list);
+    EXPECT_EQ(model().screen, Screen::list);
+    QTest::keyClick(delegate.window(), Qt::Key_Comma, Qt::ControlModifier);
+    EXPECT_EQ(model().screen, Screen::manage);
+    QTest::keyClick(delegate.window(), Qt::Key_Escape);
+    EXPECT_EQ(model().screen, Screen::list);
+    QTest::keyClick(delegate.window(), Qt::Key_Escape);
+    EXPECT_EQ(model().screen, Screen::list);
 }
 
-TEST_F(AppDelegateTest, window_starts_at_the_default_size_and_keeps_its_minimum) {
-    QQuickView* window = delegate->window();
-    EXPECT_EQ(window->size(), QSize(620, 760));
-    EXPECT_EQ(window->minimumSize(), QSize(200, 320));
-    EXPECT_EQ(window->title(), "Velmar");
-}
-
-TEST_F(AppDelegateTest, moves_are_reported_only_after_start_up) {
-    QQuickView* window = delegate->window();
-    // The start-up placements (centring here, with no saved frame) are not moves.
+TEST_F(AppDelegateTest, moves_and_resizes_are_reported_only_after_start_up) {
+    QQuickView* window = delegate.window();
     QTest::qWait(100);
-    EXPECT_EQ(delegate->store().model().lastFrame, std::nullopt);
+    EXPECT_EQ(model().lastFrame, std::nullopt) << "the start-up centring is no move";
 
-    window->setFramePosition(QPoint(50, 60));  // the stored corner is the outer one
-    ASSERT_TRUE(QTest::qWaitFor([&] { return delegate->store().model().lastFrame.has_value(); }, 2000));
-    EXPECT_EQ(*delegate->store().model().lastFrame, (WindowFrame{50, 60, 620, 760}));
+    window->setFramePosition(QPoint(50, 60));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return model().lastFrame.has_value(); }, 2000));
+    EXPECT_EQ(*model().lastFrame, (WindowFrame{50, 60, 620, 760}));
 
     window->resize(300, 400);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return delegate->store().model().lastFrame->width == 300; }, 2000));
-    EXPECT_EQ(*delegate->store().model().lastFrame, (WindowFrame{50, 60, 300, 400}));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return model().lastFrame->width == 300; }, 2000));
+    EXPECT_EQ(*model().lastFrame, (WindowFrame{50, 60, 300, 400}));
 }
 
 int main(int argc, char** argv) {

@@ -1,32 +1,21 @@
-# Tests of the windowed application: unit tests of the Store, the theme and
-# the automation parsers, and whole-application runs offscreen and under Xvfb.
+# The windowed application: unit tests, the delegate in-process, whole runs offscreen and on Xvfb.
 find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Test)
 
 if(TARGET VelmarShell)
-  add_executable(shell_tests
-    ${CMAKE_CURRENT_LIST_DIR}/StoreTest.cpp
-    ${CMAKE_CURRENT_LIST_DIR}/ThemeTest.cpp
-    ${CMAKE_CURRENT_LIST_DIR}/AutomationTest.cpp)
+  add_executable(shell_tests ${CMAKE_CURRENT_LIST_DIR}/StoreTest.cpp
+                 ${CMAKE_CURRENT_LIST_DIR}/ThemeTest.cpp ${CMAKE_CURRENT_LIST_DIR}/AutomationTest.cpp)
   target_link_libraries(shell_tests PRIVATE VelmarShell Qt6::Test GTest::gtest GTest::gtest_main)
-  gtest_discover_tests(shell_tests DISCOVERY_TIMEOUT 60
-                       PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
-
-  # The delegate in-process; needs its own main for the QGuiApplication.
   add_executable(shell_window_tests ${CMAKE_CURRENT_LIST_DIR}/AppDelegateTest.cpp)
   target_link_libraries(shell_window_tests PRIVATE VelmarShell Qt6::Test GTest::gtest)
-  gtest_discover_tests(shell_window_tests DISCOVERY_TIMEOUT 60
-                       PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+  foreach(target shell_tests shell_window_tests)
+    gtest_discover_tests(${target} DISCOVERY_TIMEOUT 60 PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+  endforeach()
 
   add_executable(png_probe ${CMAKE_CURRENT_LIST_DIR}/png_probe.cpp)
   target_link_libraries(png_probe PRIVATE Qt6::Gui)
-
-  add_test(NAME shell_snapshots
-           COMMAND bash ${CMAKE_CURRENT_LIST_DIR}/SnapshotTest.sh
-                   $<TARGET_FILE:velmar> $<TARGET_FILE:png_probe>)
-  set_tests_properties(shell_snapshots PROPERTIES TIMEOUT 120)
-
-  add_test(NAME shell_placement
-           COMMAND bash ${CMAKE_CURRENT_LIST_DIR}/PlacementTest.sh
-                   $<TARGET_FILE:velmar> ${CMAKE_CURRENT_LIST_DIR}/x11win.py)
-  set_tests_properties(shell_placement PROPERTIES TIMEOUT 120)
+  add_test(NAME shell_snapshots COMMAND bash ${CMAKE_CURRENT_LIST_DIR}/SnapshotTest.sh
+                                        $<TARGET_FILE:velmar> $<TARGET_FILE:png_probe>)
+  add_test(NAME shell_placement COMMAND bash ${CMAKE_CURRENT_LIST_DIR}/PlacementTest.sh
+                                        $<TARGET_FILE:velmar> ${CMAKE_CURRENT_LIST_DIR}/x11win.py)
+  set_tests_properties(shell_snapshots shell_placement PROPERTIES TIMEOUT 120)
 endif()
