@@ -34,27 +34,14 @@ Effects browsersWrite(const Model& m, const std::optional<Keys>& shown) {
 
 }  // namespace
 
-TEST(browser_model, detection_rebuilds_the_list_and_keeps_ids_of_browsers_that_stay) {
-    const std::pair<std::vector<DetectedBrowser>, std::string> steps[] = {
-        {{{"Safari", true}, {"Arc", false}, {"Safari", false}, {"", true}}, "@default:1+ Safari:2*+ Arc:3+"},
-        {{{"Arc", true}}, "@default:1+ Arc:3*+"},
-        {{{"Safari", false}, {"Arc", false}}, "@default:1+ Safari:4+ Arc:3+"},
-        {{}, "@default:1+"},
-    };
+TEST(browser_model, detection_skips_duplicates_and_blanks_and_keeps_the_default_entry) {
     Model m;
-    for (const auto& [list, expected] : steps) {
-        m.browsersDetectedFrom(list);
-        EXPECT_EQ(describe(m), expected);
-        EXPECT_EQ(m.browsers[0], (Browser{1, "System default", "", "SD", false, true}));
-    }
+    m.browsersDetectedFrom({{"Safari", true}, {"Arc", false}, {"Safari", false}, {"", true}});
+    EXPECT_EQ(describe(m), "@default:1+ Safari:2*+ Arc:3+");
+    m.browsersDetectedFrom({});
+    EXPECT_EQ(describe(m), "@default:1+");
+    EXPECT_EQ(m.browsers[0], (Browser{1, "System default", "", "SD", false, true}));
     EXPECT_EQ(m.selectedBrowser, 1);
-
-    Model manual;
-    manual.manualConfigured = true;
-    manual.storedShown = {"Arc"};
-    manual.browsersDetectedFrom({{"Google Chrome", true}, {"Arc", false}});
-    EXPECT_EQ(describe(manual), "@default:1 Google Chrome:2* Arc:3+");
-    EXPECT_EQ(manual.browsers[1].initials, "GC");
 }
 
 TEST(browser_model, selection_prefers_the_stored_wish_then_keeps_then_falls_back) {
@@ -67,8 +54,7 @@ TEST(browser_model, selection_prefers_the_stored_wish_then_keeps_then_falls_back
     };
     const auto open = BrowserMode::open, manual = BrowserMode::manual;
     const Row rows[] = {
-        {open, std::nullopt, std::nullopt, false, false, true, 1}, {open, "Arc", 2, true, true, true, 3},
-        {open, "Arc", 2, true, false, true, 2},                   {open, "Arc", 3, true, false, true, 2},
+        {open, std::nullopt, std::nullopt, false, false, true, 1}, {open, "Arc", 3, true, false, true, 2},
         {manual, "@default", 2, true, true, true, 1},             {open, "@default", std::nullopt, false, true, true, 3},
         {manual, "Safari", 2, false, false, false, 1},            {manual, "", 9, false, true, false, 3},
     };
@@ -87,18 +73,12 @@ TEST(browser_model, selection_prefers_the_stored_wish_then_keeps_then_falls_back
 }
 
 TEST(browser_model, first_switch_to_manual_seeds_the_shown_set_from_what_runs) {
-    const std::tuple<std::vector<DetectedBrowser>, std::string, bool> rows[] = {
-        {{{"Safari", true}, {"Arc", false}}, "@default:1+ Safari:2*+ Arc:3", true},
-        {{{"Safari", false}, {"Arc", false}}, "@default:1+ Safari:2+ Arc:3+", true},
-    };
-    for (const auto& [list, expected, configured] : rows) {
-        Model m = detected(list);
-        const auto effects = m.setBrowserMode(BrowserMode::manual);
-        EXPECT_EQ(effects, browsersWrite(m, m.shownKeys()));
-        EXPECT_EQ(describe(m), expected);
-        EXPECT_EQ(m.manualConfigured, configured);
-        EXPECT_EQ(m.storedShown, m.shownKeys());
-    }
+    Model none = detected({{"Safari", false}, {"Arc", false}});  // nothing runs: all shown
+    const Effects effects = none.setBrowserMode(BrowserMode::manual);
+    EXPECT_EQ(effects, browsersWrite(none, none.shownKeys()));
+    EXPECT_EQ(describe(none), "@default:1+ Safari:2+ Arc:3+");
+    EXPECT_TRUE(none.manualConfigured);
+    EXPECT_EQ(none.storedShown, none.shownKeys());
     Model early;
     early.setBrowserMode(BrowserMode::manual);
     EXPECT_FALSE(early.manualConfigured);
