@@ -1,18 +1,19 @@
 // Helpers for the effect tests: scratch folders with stub programs, a runner
-// whose replies are collected, waiting with a deadline, and the fake GitHub
-// server run as a child of the test.
+// whose replies are collected, the environment put back after a test, and
+// the fake GitHub server run as a child of the test.
 #pragma once
 
 #include <QObject>
 #include <QProcess>
 #include <QTemporaryDir>
-#include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "EffectRunner.h"
+#include "Json.h"
 #include "Msg.h"
 
 namespace velmar::testing {
@@ -20,26 +21,35 @@ namespace velmar::testing {
 /// Writes `contents` to `path` (creating folders); executable when asked.
 void writeFile(const std::string& path, const std::string& contents, bool executable = false);
 std::string readFile(const std::string& path);
-
 /// Processes events until `done` holds or `seconds` pass; the result of `done`.
 bool waitUntil(const std::function<bool()>& done, double seconds = 30);
 
-/// A scratch folder that lives as long as the object.
 struct Scratch {
     QTemporaryDir dir;
-    std::string path(const std::string& name = "") const;
+    std::string path(const std::string& name = "") const {
+        return dir.path().toStdString() + (name.empty() ? "" : "/" + name);
+    }
     /// A "#!/bin/sh" script named `name` in the folder's "bin"; returns the folder.
-    std::string stub(const std::string& name, const std::string& body);
+    std::string stub(const std::string& name, const std::string& body) {
+        writeFile(path("bin/" + name), "#!/bin/sh\n" + body + "\n", true);
+        return path("bin");
+    }
+};
+
+/// Sets environment variables (unsets them for nullopt) and puts the old values back.
+struct EnvGuard {
+    EnvGuard(std::initializer_list<std::pair<const char*, std::optional<std::string>>> values);
+    ~EnvGuard();
+    std::vector<std::pair<const char*, QByteArray>> saved;
 };
 
 /// An EffectRunner whose replies are collected in order.
 struct RunnerHarness {
-    explicit RunnerHarness(EffectRunner::Limits limits = {});
-    ~RunnerHarness();
     QObject receiver;
     std::vector<Msg> received;
     std::unique_ptr<EffectRunner> runner;
-
+    explicit RunnerHarness(EffectRunner::Limits limits = {})
+        : runner(std::make_unique<EffectRunner>(&receiver, [this](Msg m) { received.push_back(std::move(m)); }, limits)) {}
     /// Performs `effect` and waits for `count` more replies; the new ones.
     std::vector<Msg> perform(const Effect& effect, std::size_t count = 1, double seconds = 30);
 };
@@ -48,13 +58,10 @@ struct RunnerHarness {
 class FakeGitHub {
 public:
     /// False (with the reason in `why`) when python3, openssl or gh is missing.
-    bool start(const std::string& fixtureJson, std::string& why, int delayMs = 0);
+    bool start(const std::string& fixtureJson, std::string& why);
     ~FakeGitHub();
     /// Points gh at the server (token as given) through this process's environment.
     void exportEnvironment(const std::string& token) const;
-    /// The JSON lines of the requests seen so far.
-    std::vector<std::string> requests() const;
-    int port() const { return port_; }
 
 private:
     Scratch scratch_;

@@ -1,11 +1,11 @@
-// The real gh, run by the real runner, against the fake GitHub server; the
-// answers are handed to the core as the application would.
+// The real gh, run by the real runner, against the fake GitHub server: the
+// answers as gh left them, and from boot to a finished fetch queue with the
+// core's update and the program's files in a scratch home.
 #include <gtest/gtest.h>
 
 #include <filesystem>
 
 #include "EffectsTestSupport.h"
-#include "Formats.h"
 #include "Model.h"
 
 namespace velmar {
@@ -15,121 +15,99 @@ using testing::FakeGitHub;
 using testing::RunnerHarness;
 
 const char* fixture = R"JSON({
-  "token": "good-token", "login": "octo",
+  "token": "good-token", "login": "octo", "owned": ["octo/one", "octo/two"], "shared": ["acme/web", "octo/one"],
   "repos": {
     "acme/web": [
       {"number": 12, "title": "Add login", "author": "alice", "branch": "feat/login",
-       "url": "https://github.com/acme/web/pull/12",
        "comments": [{"author": "railway-app", "body": "Deployed!\n[Web](https://web-pr-12.up.railway.app)"},
                     {"author": "bob", "body": "[Web](https://not-a-bot.example)"},
                     {"author": null, "body": "ghost"}]},
-      {"number": 13, "title": "WIP\ttabs", "author": "carol", "branch": "wip", "draft": true,
-       "url": "https://github.com/acme/web/pull/13", "comments": []}
-    ]
-  },
-  "owned": ["octo/one", "octo/two"],
-  "shared": ["acme/web"]
+      {"number": 13, "title": "WIP", "author": "carol", "branch": "wip", "draft": true}],
+    "acme/api": [{"number": 3, "title": "Rate limits", "author": "dave", "branch": "rl"}],
+    "acme/we b;touch pwned$(id)": [{"number": 1, "title": "T", "author": "a", "branch": "b", "url": "u"}]
+  }
 })JSON";
 
 class gh_against_fake_github : public ::testing::Test {
 protected:
-    static void SetUpTestSuite() {
-        server = new FakeGitHub;
-        if (!server->start(fixture, why)) {
-            delete server;
-            server = nullptr;
-        }
-    }
-    static void TearDownTestSuite() {
-        delete server;
-        server = nullptr;
-    }
+    static void SetUpTestSuite() { started = (server = std::make_unique<FakeGitHub>())->start(fixture, why); }
+    static void TearDownTestSuite() { server.reset(); }
     void SetUp() override {
-        if (server == nullptr)
+        if (!started)
             GTEST_SKIP() << why;
         server->exportEnvironment("good-token");
     }
-    static inline FakeGitHub* server = nullptr;
+    static inline std::unique_ptr<FakeGitHub> server;
     static inline std::string why;
-    const std::string path = "/usr/bin:/bin";
+    static inline bool started = false;
 };
 
-TEST_F(gh_against_fake_github, pull_requests_reach_the_core_as_rows_and_a_learned_pattern) {
-    // The core's own way to a fetch: a home, the repos file, the search path.
-    Model model;
-    for (const Msg& m : {Msg(msg::HomeResolved{"/nowhere"}),
-                         Msg(msg::FileRead{ConfigFile::repos, "acme/web\t\n"})})
-        model = update(model, m).first;
-    auto [ready, effects] = update(model, msg::PathResolved{path});
-    const auto fetch = std::find_if(effects.begin(), effects.end(), [](const Effect& e) {
-        return std::holds_alternative<effect::FetchPrs>(e);
-    });
-    ASSERT_NE(fetch, effects.end());
-    EXPECT_EQ(*fetch, Effect(effect::FetchPrs{"acme/web", path}));
-
-    RunnerHarness harness;
-    const auto replies = harness.perform(*fetch);
-    ASSERT_EQ(replies.size(), 1u);
-    const auto& fetched = std::get<msg::PrsFetched>(replies[0]);
-    EXPECT_TRUE(fetched.ok);
-    const auto parsed = Formats::parsePrOutput(fetched.output);
-    EXPECT_EQ(parsed.slug, "acme/web");
-    ASSERT_EQ(parsed.rows.size(), 2u);
-    EXPECT_EQ(parsed.rows[0].commentPreview, "https://web-pr-12.up.railway.app");
-
-    auto [after, writes] = update(ready, replies[0]);
-    ASSERT_EQ(after.prs.size(), 2u);
-    EXPECT_EQ(after.prs[0].id, after.repos[0].id * 100000 + 12);
-    EXPECT_EQ(after.prs[0].author, "alice");
-    EXPECT_EQ(after.prs[0].preview, "https://web-pr-12.up.railway.app");
-    EXPECT_TRUE(after.prs[1].isDraft);
-    EXPECT_EQ(after.prs[1].preview, "https://web-pr-13.up.railway.app");
-    EXPECT_EQ(after.repos[0].detectedPattern, "https://web-pr-{number}.up.railway.app");
-    EXPECT_FALSE(after.repos[0].failed);
-    EXPECT_EQ(writes.size(), 1u);
-}
-
 TEST_F(gh_against_fake_github, suggestions_checks_and_failures_come_back_as_gh_left_them) {
-    struct Row {
-        const char* behaviour;
-        std::string token;
-        Effect effect;
-        Msg reply;
-    };
-    const std::string slug = "acme/we b;touch pwned$(id)";
-    const std::vector<Row> rows{
-        {"owned repositories", "good-token", effect::FetchSuggestions{SuggestionSource::owned, path},
-         msg::SuggestionsFetched{SuggestionSource::owned, "octo/one\nocto/two\n", true}},
-        {"shared repositories", "good-token", effect::FetchSuggestions{SuggestionSource::shared, path},
-         msg::SuggestionsFetched{SuggestionSource::shared, "acme/web\n", true}},
-        {"signed in", "good-token", effect::GhPreflight{path}, msg::GhChecked{0}},
-        {"token refused", "bad-token", effect::GhPreflight{path}, msg::GhChecked{1}},
-        {"gh not on the path", "good-token", effect::GhPreflight{"/nonexistent"}, msg::GhChecked{127}},
-        {"refused listing", "bad-token", effect::FetchSuggestions{SuggestionSource::owned, path},
-         msg::SuggestionsFetched{SuggestionSource::owned, "", false}},
-        {"missing repository", "good-token", effect::FetchPrs{"acme/nope", path},
-         msg::PrsFetched{"acme/nope\n", false}},
-        {"slug with shell metacharacters", "good-token", effect::FetchPrs{slug, path},
-         msg::PrsFetched{slug + "\n", false}},
+    const std::string path = "/usr/bin:/bin", slug = "acme/we b;touch pwned$(id)", good = "good-token";
+    const auto owned = SuggestionSource::owned, shared = SuggestionSource::shared;
+    using effect::FetchSuggestions, msg::SuggestionsFetched, effect::GhPreflight, msg::GhChecked;
+    const std::vector<std::tuple<std::string, Effect, Msg>> rows{  // token, effect, reply
+        {good, FetchSuggestions{owned, path}, SuggestionsFetched{owned, "octo/one\nocto/two\n", true}},
+        {good, FetchSuggestions{shared, path}, SuggestionsFetched{shared, "acme/web\nocto/one\n", true}},
+        {good, GhPreflight{path}, GhChecked{0}},
+        {"bad-token", GhPreflight{path}, GhChecked{1}},
+        {good, GhPreflight{"/nonexistent"}, GhChecked{127}},
+        {"bad-token", FetchSuggestions{owned, path}, SuggestionsFetched{owned, "", false}},
+        {good, effect::FetchPrs{"acme/nope", path}, msg::PrsFetched{"acme/nope\n", false}},
+        {good, effect::FetchPrs{slug, path}, msg::PrsFetched{slug + "\n1\tT\ta\tb\tfalse\tu\t\n", true}},
     };
     RunnerHarness harness;
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.behaviour);
-        server->exportEnvironment(row.token);
-        const auto replies = harness.perform(row.effect);
-        ASSERT_EQ(replies.size(), 1u);
-        EXPECT_EQ(replies[0], row.reply);
+    for (const auto& [token, effect, reply] : rows) {
+        server->exportEnvironment(token);
+        EXPECT_EQ(harness.perform(effect), std::vector<Msg>{reply}) << token;
     }
-    // gh asked for exactly the repository named by the slug, metacharacters and all.
-    const auto requests = server->requests();
-    EXPECT_NE(std::find_if(requests.begin(), requests.end(),
-                           [](const std::string& r) {
-                               return r.find(R"JSON("owner": "acme", "repo": "we b;touch pwned$(id)")JSON") !=
-                                      std::string::npos;
-                           }),
-              requests.end());
     for (const auto& entry : std::filesystem::directory_iterator("."))
         EXPECT_FALSE(entry.path().filename().string().starts_with("pwned"));
+}
+
+// The least of a Store: owns the model, runs update, performs the effects.
+struct MiniStore : QObject {
+    MiniStore() : runner(this, [this](Msg msg) { send(msg); }) {}
+    void send(const Msg& msg) {
+        auto [next, effects] = update(model, msg);
+        model = std::move(next);
+        for (const auto& effect : effects)
+            runner.perform(effect);
+    }
+    Model model;
+    EffectRunner runner;
+};
+
+TEST_F(gh_against_fake_github, end_to_end_boot_fetches_every_repository_and_saves_the_learned_pattern) {
+    testing::Scratch home;
+    const std::string reposFile = home.path(".config/velmar/repos.tsv");
+    testing::writeFile(reposFile, "acme/web\t\nacme/gone\t\nacme/api\thttps://api-{number}.test\n");
+    testing::EnvGuard env({{"VELMAR_HOME", home.path()}, {"SHELL", "/bin/sh"}});
+    MiniStore store;
+    store.send(msg::Boot{});
+    const Model& m = store.model;
+    ASSERT_TRUE(testing::waitUntil([&] {
+        return m.reposLoaded && m.pathResolved && !m.fetchInFlight && m.gh == GhStatus::ok &&
+               m.suggestions.size() == 3 &&
+               std::all_of(m.repos.begin(), m.repos.end(), [](const Repo& r) { return r.state == RepoState::ok; }) &&
+               testing::readFile(reposFile).find("{number}.up") != std::string::npos;
+    }, 60));
+    EXPECT_EQ(testing::readFile(reposFile),
+              "acme/web\t\thttps://web-pr-{number}.up.railway.app\nacme/gone\t\nacme/api\thttps://api-{number}.test\n");
+    std::vector<std::string> repos, prs;
+    for (const auto& r : m.repos)
+        repos.push_back(r.name + " " + std::to_string(r.count) + (r.failed ? " failed" : ""));
+    for (const auto& pr : m.prs)
+        prs.push_back(pr.repo + "#" + std::to_string(pr.number) + "|" + pr.title + "|" + pr.author + "|" +
+                      pr.branch + "|" + (pr.isDraft ? "draft|" : "") + pr.url + "|" + pr.preview);
+    std::sort(prs.begin(), prs.end());
+    EXPECT_EQ(repos, (std::vector<std::string>{"acme/web 2", "acme/gone 0 failed", "acme/api 1"}));
+    EXPECT_EQ(prs, (std::vector<std::string>{
+                       "acme/api#3|Rate limits|dave|rl|https://github.com/acme/api/pull/3|https://api-3.test",
+                       "acme/web#12|Add login|alice|feat/login|https://github.com/acme/web/pull/12|"
+                       "https://web-pr-12.up.railway.app",
+                       "acme/web#13|WIP|carol|wip|draft|https://github.com/acme/web/pull/13|"
+                       "https://web-pr-13.up.railway.app"}));
 }
 
 }  // namespace
