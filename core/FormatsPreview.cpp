@@ -52,10 +52,13 @@ namespace Formats {
 std::vector<std::string> links(std::string_view after, std::string_view in) {
     std::vector<std::string> out;
     if (after.empty()) return out;
-    for (std::size_t at = in.find(after); at != std::string_view::npos;
-         at = in.find(after, at)) {
+    for (std::size_t at = in.find(after); at != std::string_view::npos;) {
         at += after.size();
-        const std::string_view behind = in.substr(at);
+        // The text behind an occurrence runs up to the next occurrence, so one
+        // without a ")" of its own gives nothing and the next is still tried.
+        const std::size_t next = in.find(after, at);
+        const std::string_view behind = in.substr(at, next == std::string_view::npos ? next : next - at);
+        at = next;
         const auto close = behind.find(')');
         if (close == std::string_view::npos) continue;
         out.push_back(text::trimWhitespace(behind.substr(0, close)));
