@@ -520,7 +520,10 @@ DecodeError corrupted(std::string description) {
 // Decodes from a document that the caller no longer needs: strings are moved out.
 DecodeResult decodeOwned(Json& value) {
     try {
-        if (!value.is_object()) return corrupted("not a JSON object");
+        // A message is an object: anything else at the top level is the wrong
+        // type (or a missing value for null), with an empty path.
+        if (value.is_null()) fail(DecodeError::Kind::valueNotFound, {}, "Object", {}, {});
+        if (!value.is_object()) mismatch("Object", {});
         std::string name;
         Reader(value, {})("msg", name);
         for (std::size_t i = 0; i < std::size(msgNames); ++i)

@@ -114,6 +114,8 @@ TEST(json_msg, decoding_failures_name_the_first_fault) {
         {R"({"msg":"browsers_detected","browsers":[null]})", "missing value (expected Object) at 'browsers.0'"},
         {R"({"msg":"browsers_detected","browsers":[{"app":"a","running":true},"b"]})",
          "type mismatch (expected Object) at 'browsers.1'"},
+        {"[1]", "type mismatch (expected Object) at ''"},
+        {"null", "missing value (expected Object) at ''"},
         {"", "not valid JSON: unexpected end of input at byte 1"},
         {"{\"msg\":\"boot\"} x", "not valid JSON: unexpected character at byte 16"},
         {R"({"msg":"boot)", "not valid JSON: unterminated string at byte 13"},
