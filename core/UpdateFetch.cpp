@@ -24,8 +24,12 @@ std::string_view shortName(std::string_view slug) {
     return slash == std::string_view::npos ? slug : slug.substr(slash + 1);
 }
 
-/// Stable across fetches, so hover and menus survive a refresh.
-std::int64_t prId(std::int64_t repoId, std::int64_t number) { return repoId * 100000 + number; }
+/// Stable across fetches, so hover and menus survive a refresh. Wraps instead
+/// of overflowing for a number near the top of the 64-bit range.
+std::int64_t prId(std::int64_t repoId, std::int64_t number) {
+    return static_cast<std::int64_t>(static_cast<std::uint64_t>(repoId) * 100000u +
+                                     static_cast<std::uint64_t>(number));
+}
 
 }  // namespace
 

@@ -1,6 +1,8 @@
 // The fetch queue: answers merged into the flat list of pull requests, learned
 // patterns saved, and the flash cleared only when the last repository is in.
 // The headless transcripts replay refreshes, failed runs and stale answers.
+#include <limits>
+
 #include <gtest/gtest.h>
 
 #include "Formats.h"
@@ -58,6 +60,13 @@ TEST(fetch_queue, answer_replaces_rows_at_the_end_and_learns_a_pattern) {
     const Effect save = effect::WriteFile{ConfigFile::repos, "/home/u/.config/velmar/repos.tsv",
                                           Formats::serializeRepos(next.repos)};
     EXPECT_EQ(effects, (Effects{save, effect::FetchPrs{"acme/api", kPath}}));
+}
+
+TEST(fetch_queue, the_largest_number_gives_a_wrapped_id_not_an_overflow) {
+    const std::string out = "acme/web\n" + row(1).replace(0, 1, "9223372036854775807");
+    const Model next = update(fetching(), msg::PrsFetched{out, true}).first;
+    ASSERT_EQ(next.prs.size(), 1u);
+    EXPECT_EQ(next.prs[0].id, std::numeric_limits<std::int64_t>::min() + 99999);
 }
 
 TEST(fetch_queue, spawn_failure_keeps_the_rows_and_the_queue_goes_on) {
