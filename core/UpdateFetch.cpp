@@ -71,9 +71,13 @@ Effects Model::prsFetched(const std::string& output, bool ok) {
 
     Effects effects;
     // An answer for a repository removed while it ran matches nothing and is
-    // dropped whole.
-    const auto repoIt = std::find_if(repos.begin(), repos.end(),
-                                     [&](const Repo& r) { return r.name == answer.slug; });
+    // dropped whole. A hand-edited file may list one name twice: the answer
+    // belongs to the copy that is loading, or the other copy would wait forever.
+    const auto named = [&](const Repo& r) { return r.name == answer.slug; };
+    auto repoIt = std::find_if(repos.begin(), repos.end(), [&](const Repo& r) {
+        return named(r) && r.state == RepoState::loading;
+    });
+    if (repoIt == repos.end()) repoIt = std::find_if(repos.begin(), repos.end(), named);
     if (repoIt != repos.end()) {
         Repo& repo = *repoIt;
 

@@ -69,6 +69,16 @@ TEST(fetch_queue, the_largest_number_gives_a_wrapped_id_not_an_overflow) {
     EXPECT_EQ(next.prs[0].id, std::numeric_limits<std::int64_t>::min() + 99999);
 }
 
+TEST(fetch_queue, a_name_listed_twice_gives_the_answer_to_the_copy_that_is_loading) {
+    Model m = fetching();
+    m.repos[0].state = RepoState::ok;
+    m.repos[1] = Repo{2, "acme/web", "", RepoState::loading, 0, false, ""};
+    const Model next = update(m, msg::PrsFetched{"acme/web\n" + row(7), true}).first;
+    EXPECT_EQ(next.repos[0], m.repos[0]);
+    EXPECT_EQ(next.repos[1], (Repo{2, "acme/web", "", RepoState::ok, 1, false, ""}));
+    EXPECT_FALSE(next.isRefreshing());
+}
+
 TEST(fetch_queue, spawn_failure_keeps_the_rows_and_the_queue_goes_on) {
     Model m = fetching();
     m.prs = {oldRow(1, 5)};
