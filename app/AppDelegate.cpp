@@ -21,6 +21,7 @@
 #include "DebugSend.h"
 #include "Formats.h"
 #include "Snapshot.h"
+#include "Text.h"
 #include "Views/IconProvider.h"
 #include "WindowPlacement.h"
 
@@ -33,12 +34,16 @@ namespace velmar {
 
 namespace {
 
+// The whole file as UTF-8 text; absent when it is missing, unreadable or not
+// valid UTF-8, which counts as no file at all.
 std::optional<std::string> readText(const QString& path) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) return std::nullopt;
     const QByteArray bytes = file.readAll();
     if (file.error() != QFileDevice::NoError) return std::nullopt;
-    return bytes.toStdString();
+    std::string text = bytes.toStdString();
+    if (!text::isValidUtf8(text)) return std::nullopt;
+    return text;
 }
 
 QString configFilePath(ConfigFile file) {

@@ -110,6 +110,11 @@ std::optional<std::vector<Token>> tokenize(std::string_view exec) {
 
 std::vector<std::string> applicationDirs() {
     std::vector<std::string> dirs;
+    std::string dataDirs = Env::variable("XDG_DATA_DIRS");
+    if (dataDirs.empty())
+        dataDirs = "/usr/local/share:/usr/share";
+    for (const auto& dir : splitColons(dataDirs))
+        dirs.push_back(dir + "/applications");
     std::string dataHome = Env::variable("XDG_DATA_HOME");
     if (dataHome.empty()) {
         const std::string home = Env::userHome();
@@ -118,11 +123,6 @@ std::vector<std::string> applicationDirs() {
     }
     if (!dataHome.empty())
         dirs.push_back(dataHome + "/applications");
-    std::string dataDirs = Env::variable("XDG_DATA_DIRS");
-    if (dataDirs.empty())
-        dataDirs = "/usr/local/share:/usr/share";
-    for (const auto& dir : splitColons(dataDirs))
-        dirs.push_back(dir + "/applications");
     return dirs;
 }
 

@@ -12,8 +12,10 @@
 namespace velmar::DesktopEntry {
 
 /// The applications folders in search order, from the environment at call
-/// time: $XDG_DATA_HOME (else ~/.local/share), then each folder of
-/// $XDG_DATA_DIRS (else /usr/local/share:/usr/share), each + "/applications".
+/// time: each folder of $XDG_DATA_DIRS (else /usr/local/share:/usr/share),
+/// then $XDG_DATA_HOME (else ~/.local/share), each + "/applications". The
+/// system's folders come first: an application installed both there and for
+/// the user alone is opened from the system's.
 std::vector<std::string> applicationDirs();
 
 struct Entry {
@@ -27,7 +29,7 @@ struct Entry {
 std::optional<Entry> parse(std::string_view text, std::string file);
 
 /// The first usable entry with one of `ids`, trying every id in a folder
-/// before the next folder, so a user's own entry wins over the system's.
+/// before the next folder.
 std::optional<Entry> find(std::span<const std::string> dirs, std::span<const std::string_view> ids);
 
 /// The arguments of `exec` (quoting rules of desktop entries) with %u, %U,

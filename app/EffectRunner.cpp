@@ -197,10 +197,12 @@ void EffectRunner::copyToClipboard(const effect::CopyToClipboard& e) {
 
 void EffectRunner::detectBrowsers() {
     std::thread([shared = shared_] {
+        // Detection has no failure of its own to report: what cannot be read
+        // is simply not found. Should anything still throw, no answer goes
+        // back, and the next poll asks again.
         try {
             post(shared, msg::BrowsersDetected{Links::detectBrowsers()});
         } catch (const std::exception&) {
-            post(shared, msg::BrowsersDetectFailed{});
         }
     }).detach();
 }

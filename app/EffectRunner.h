@@ -31,7 +31,7 @@ public:
     /// Time limits on children. A gh that never ends would otherwise hold the
     /// fetch queue forever, so every /bin/sh child is bounded too.
     struct Limits {
-        /// Seconds before SIGTERM reaches a /bin/sh child and its descendants.
+        /// Seconds before SIGTERM reaches a /bin/sh child.
         double command = 30.0;
         /// Further seconds after which the effect is answered as a failed run
         /// even if something still holds the child's output open.

@@ -37,9 +37,7 @@ std::string userHome() {
 
 std::string loginShell() {
     std::string shell = variable("SHELL");
-    if (shell.empty())
-        shell = passwdField(&passwd::pw_shell);
-    return shell.empty() ? std::string("/bin/sh") : shell;
+    return shell.empty() ? std::string("/bin/zsh") : shell;
 }
 
 std::string home() {

@@ -12,8 +12,7 @@ std::string home();
 /// The user's own home directory, never moved by VELMAR_HOME.
 std::string userHome();
 
-/// The user's login shell: SHELL when set and not empty, else the password
-/// database entry, else /bin/sh.
+/// The user's login shell: SHELL when set and not empty, else /bin/zsh.
 std::string loginShell();
 
 /// The value of an environment variable; empty when unset.

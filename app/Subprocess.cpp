@@ -97,8 +97,8 @@ void readToEnd(const std::shared_ptr<RunState>& state, int fd) {
 }
 
 void waitForEnd(const std::shared_ptr<RunState>& state) {
-    // Wait without reaping first: while the child is a zombie its pid (and its
-    // group id) stay taken, so the guard can never signal a stranger.
+    // Wait without reaping first: while the child is a zombie its pid stays
+    // taken, so the guard can never signal a stranger.
     siginfo_t info{};
     while (::waitid(P_PID, static_cast<id_t>(state->pid), &info, WEXITED | WNOWAIT) != 0 &&
            errno == EINTR) {
@@ -135,8 +135,9 @@ void guard(const std::shared_ptr<RunState>& state, double seconds) {
     std::unique_lock held(state->lock);
     // An early end only wakes the guard sooner; it then finds nothing to stop.
     state->exitedChanged.wait_until(held, deadline, [&] { return state->exited; });
+    // The child alone: whatever it started is left as it is.
     if (!state->exited)
-        ::kill(-state->pid, SIGTERM);
+        ::kill(state->pid, SIGTERM);
 }
 
 struct SpawnSetup {
@@ -181,15 +182,17 @@ void run(const std::string& executable, const std::vector<std::string>& argument
         posix_spawn_file_actions_addopen(&setup.actions, 1, "/dev/null", O_WRONLY, 0);
     posix_spawn_file_actions_addopen(&setup.actions, 2, "/dev/null", O_WRONLY, 0);
 
-    // A fresh group lets the time limit reach the programs a shell started.
-    // Signal dispositions and the mask start clean whatever our threads hold.
+    // A session of its own keeps the child off any terminal we were started
+    // from: an interactive login shell in a background group of that terminal
+    // would stop itself (SIGTTIN) instead of answering, and a browser we
+    // launch must not die with the terminal. Signal dispositions and the mask
+    // start clean whatever our threads hold.
     sigset_t none;
     sigemptyset(&none);
     sigset_t all;
     sigfillset(&all);
     posix_spawnattr_setflags(&setup.attributes,
-                             POSIX_SPAWN_SETPGROUP | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
-    posix_spawnattr_setpgroup(&setup.attributes, 0);
+                             POSIX_SPAWN_SETSID | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
     posix_spawnattr_setsigmask(&setup.attributes, &none);
     posix_spawnattr_setsigdefault(&setup.attributes, &all);
 

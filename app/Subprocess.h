@@ -27,9 +27,9 @@ using Completion = std::function<void(std::optional<Result>)>;
 /// (no zeroth argument) and returns at once.
 ///
 /// The child's environment is a copy of ours with only PATH replaced by `path`
-/// when that is present and not empty. Each child leads a process group of its
-/// own; when `timeout` seconds pass while the child is still running, SIGTERM
-/// goes to that group, once, and nothing harder follows.
+/// when that is present and not empty. Each child leads a session of its own,
+/// apart from any terminal; when `timeout` seconds pass while the child is
+/// still running, SIGTERM goes to the child, once, and nothing harder follows.
 ///
 /// `completion` is called exactly once: on a worker thread after the child
 /// has ended and (when `captureStdout`) its output pipe has reached end of

@@ -31,7 +31,7 @@ T.AbstractButton {
             anchors.centerIn: parent
             name: button.systemImage
             color: button.theme.secondary
-            size: 14
+            size: 13
         }
     }
 }

@@ -48,7 +48,7 @@ Item {
             Accessible.name: "Velmar"
             AppMark {
                 theme: header.theme
-                size: 14
+                size: 13
                 anchors.verticalCenter: parent.verticalCenter
             }
             Text {
@@ -63,15 +63,19 @@ Item {
         Item { Layout.fillWidth: true; Layout.minimumWidth: 8 }
         Row {
             spacing: 2
-            AutoSwitch {
+            // The switch with its trailing inset, then the row's own gap.
+            Row {
                 visible: header.panel.settingsLoaded
                 anchors.verticalCenter: parent.verticalCenter
-                theme: header.theme
-                on: header.panel.autoRefresh
-                showsTitle: header.widthClass !== "minimal"
-                onClicked: header.panel.setAuto(!header.panel.autoRefresh)
+                AutoSwitch {
+                    anchors.verticalCenter: parent.verticalCenter
+                    theme: header.theme
+                    on: header.panel.autoRefresh
+                    showsTitle: header.widthClass !== "minimal"
+                    onClicked: header.panel.setAuto(!header.panel.autoRefresh)
+                }
+                Item { width: header.widthClass === "minimal" ? 2 : 6; height: 1 }
             }
-            Item { width: header.widthClass === "minimal" ? 2 : 6; height: 1; visible: header.panel.settingsLoaded }
             HeaderIconButton {
                 theme: header.theme
                 systemImage: "arrow.clockwise"

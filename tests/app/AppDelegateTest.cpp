@@ -24,6 +24,10 @@ protected:
         ASSERT_TRUE(settings.open(QIODevice::WriteOnly) &&
                     settings.write("auto\t0\nview\tlist\nonboarded\t1\nappearance\tdark\n") > 0 &&
                     settings.flush());
+        // A frame, but not UTF-8 as a whole: read as no window file at all.
+        QFile window(home.filePath(".config/velmar/window.tsv"));
+        ASSERT_TRUE(window.open(QIODevice::WriteOnly) &&
+                    window.write("x\t40\ny\t30\nwidth\t360\nheight\t480\n\xff\n") > 0 && window.flush());
         delegate.start();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(delegate.window()));
     }
@@ -67,7 +71,7 @@ TEST_F(AppDelegateTest, settings_key_and_escape_move_between_the_screens) {
 TEST_F(AppDelegateTest, moves_and_resizes_are_reported_only_after_start_up) {
     QQuickView* window = delegate.window();
     QTest::qWait(100);
-    EXPECT_EQ(model().lastFrame, std::nullopt) << "the start-up centring is no move";
+    EXPECT_EQ(model().lastFrame, std::nullopt) << "no saved frame, and the start-up centring is no move";
 
     window->setFramePosition(QPoint(50, 60));
     ASSERT_TRUE(QTest::qWaitFor([&] { return model().lastFrame.has_value(); }, 2000));

@@ -12,6 +12,7 @@
 #include <thread>
 
 #include "EffectsTestSupport.h"
+#include "Env.h"
 
 namespace velmar {
 namespace {
@@ -129,7 +130,7 @@ TEST(effect_runner, children_past_their_time_limit_are_answered_once) {
     EXPECT_EQ(harness.received.size(), rows.size());
 }
 
-TEST(effect_runner, home_follows_velmar_home_when_set_and_not_empty) {
+TEST(effect_runner, home_and_login_shell_follow_the_environment_when_set_and_not_empty) {
     using Home = std::optional<std::string>;
     const std::vector<std::tuple<Home, Home, std::string>> rows{
         {std::nullopt, "/home/u", "/home/u"},
@@ -141,6 +142,12 @@ TEST(effect_runner, home_follows_velmar_home_when_set_and_not_empty) {
     for (const auto& [velmarHome, home, expected] : rows) {
         testing::EnvGuard env({{"VELMAR_HOME", velmarHome}, {"HOME", home}});
         EXPECT_EQ(harness.perform(effect::ResolveHome{}), Replies{msg::HomeResolved{expected}});
+    }
+    // The login shell asked for PATH: SHELL unless unset or empty.
+    for (const auto& [shell, expected] : std::vector<std::pair<std::optional<std::string>, std::string>>{
+             {std::nullopt, "/bin/zsh"}, {"", "/bin/zsh"}, {"/bin/bash", "/bin/bash"}}) {
+        testing::EnvGuard env({{"SHELL", shell}});
+        EXPECT_EQ(Env::loginShell(), expected);
     }
 }
 

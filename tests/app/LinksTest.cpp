@@ -82,7 +82,7 @@ TEST(links, a_named_browser_is_launched_from_its_entry_or_its_executable) {
     const std::string url = "https://pr-7.example.com/a%20b", bare = "example.com/no-scheme";
     const std::vector<std::array<std::string, 4>> rows{  // address, app, recorder launched, its arguments
         {url, "Firefox", "fx", "--new-tab\n" + url + "\n"},
-        {url, "Google Chrome", "mine", url + "\n"},
+        {url, "Google Chrome", "sys", url + "\n"},
         {url, "Falkon", "falkon", url + "\n"},
         {url, "Opera"}, {url, "Brave"}, {url, "Unknown Browser"}, {bare, "Firefox"}, {bare, ""},
     };
@@ -92,7 +92,7 @@ TEST(links, a_named_browser_is_launched_from_its_entry_or_its_executable) {
         EXPECT_EQ(replies, launched.empty() ? std::vector<Msg>{msg::OpenFailed{}} : std::vector<Msg>{}) << app;
         EXPECT_EQ(launched.empty() ? "" : s.log(launched), arguments) << app;
     }
-    EXPECT_FALSE(std::filesystem::exists(s.scratch.path("sys.log")) || std::filesystem::exists(s.scratch.path("hidden.log")));
+    EXPECT_FALSE(std::filesystem::exists(s.scratch.path("mine.log")) || std::filesystem::exists(s.scratch.path("hidden.log")));
     EXPECT_EQ(harness.received.size(), 5u);
 }
 
