@@ -25,6 +25,12 @@ std::string repoWebAddress(const Repo& repo) {
 struct Dispatch {
     Model& m;
 
+    /// Every copy tells the user what went to the clipboard.
+    Effects copy(std::string text, std::string_view flash) const {
+        m.flash = std::string(flash);
+        return {effect::CopyToClipboard{std::move(text)}};
+    }
+
     // ---- Boot and resolution ----
 
     Effects operator()(const msg::Boot&) const {
@@ -167,9 +173,7 @@ struct Dispatch {
     Effects operator()(const msg::CopyPrLink& msg) const {
         const PR* pr = m.pr(msg.id);
         if (!pr) return {};
-        Effects effects{effect::CopyToClipboard{pr->url}};
-        m.flash = std::string(Flash::copiedLink);
-        return effects;
+        return copy(pr->url, Flash::copiedLink);
     }
 
     Effects operator()(const msg::OpenPreview& msg) const {
@@ -181,9 +185,7 @@ struct Dispatch {
     Effects operator()(const msg::CopyPreview& msg) const {
         const PR* pr = m.pr(msg.id);
         if (!pr || pr->preview.empty()) return {};
-        Effects effects{effect::CopyToClipboard{pr->preview}};
-        m.flash = std::string(Flash::copiedLink);
-        return effects;
+        return copy(pr->preview, Flash::copiedLink);
     }
 
     Effects operator()(const msg::OpenRepo& msg) const {
@@ -195,22 +197,17 @@ struct Dispatch {
     Effects operator()(const msg::CopyRepoLink& msg) const {
         const Repo* repo = m.repo(msg.id);
         if (!repo) return {};
-        Effects effects{effect::CopyToClipboard{repoWebAddress(*repo)}};
-        m.flash = std::string(Flash::copiedLink);
-        return effects;
+        return copy(repoWebAddress(*repo), Flash::copiedLink);
     }
 
     Effects operator()(const msg::CopyRepoName& msg) const {
         const Repo* repo = m.repo(msg.id);
         if (!repo) return {};
-        Effects effects{effect::CopyToClipboard{repo->name}};
-        m.flash = std::string(Flash::copiedRepoName);
-        return effects;
+        return copy(repo->name, Flash::copiedRepoName);
     }
 
     Effects operator()(const msg::CopyCommand& msg) const {
-        m.flash = std::string(Flash::copiedCommand);
-        return {effect::CopyToClipboard{msg.command}};
+        return copy(msg.command, Flash::copiedCommand);
     }
 
     // ---- Hover ----
