@@ -4,7 +4,9 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 #include <variant>
+#include <vector>
 
 #include "Records.h"
 
@@ -67,6 +69,11 @@ using Effect = std::variant<effect::ReadFile, effect::WriteFile, effect::FetchPr
                             effect::ResolvePath, effect::DetectBrowsers>;
 
 using Effects = std::vector<Effect>;
+
+/// Adds `more` after what `to` holds, keeping the order of both.
+inline void append(Effects& to, Effects&& more) {
+    for (auto& e : more) to.push_back(std::move(e));
+}
 
 /// The "effect" text of a case, e.g. "fetch_prs".
 std::string_view effectName(const Effect&);

@@ -12,10 +12,6 @@ namespace velmar {
 
 namespace {
 
-void append(Effects& to, Effects&& more) {
-    for (auto& e : more) to.push_back(std::move(e));
-}
-
 std::string repoWebAddress(const Repo& repo) {
     return std::string(Constants::repoWebBase) + repo.name;
 }

@@ -118,7 +118,7 @@ Effects Model::setBrowserMode(BrowserMode mode) {
 
     Effects effects;
     if (mode == BrowserMode::open) effects.push_back(effect::DetectBrowsers{});
-    for (auto& e : writeBrowsers()) effects.push_back(std::move(e));
+    append(effects, writeBrowsers());
     return effects;
 }
 

@@ -12,10 +12,6 @@ namespace velmar {
 
 namespace {
 
-void append(Effects& to, Effects&& more) {
-    for (auto& e : more) to.push_back(std::move(e));
-}
-
 /// The part of the slug behind its last "/", ignoring empty parts
 /// ("acme/web/" gives "web"); empty if there is none.
 std::string_view shortName(std::string_view slug) {

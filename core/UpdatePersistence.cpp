@@ -15,10 +15,6 @@ namespace velmar {
 
 namespace {
 
-void append(Effects& to, Effects&& more) {
-    for (auto& e : more) to.push_back(std::move(e));
-}
-
 /// Clears the start-up flash once both files are in and no fetch will ever
 /// end to clear it. Any other flash was put there for the user and stays.
 void clearLoadingFlashIfIdle(Model& m) {

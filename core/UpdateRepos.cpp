@@ -11,14 +11,6 @@
 
 namespace velmar {
 
-namespace {
-
-void append(Effects& to, Effects&& more) {
-    for (auto& e : more) to.push_back(std::move(e));
-}
-
-}  // namespace
-
 Effects Model::addRepo(const std::string& slug) {
     if (slug.empty()) return {};
     // Already watched: adding it again is no error and needs no message.
