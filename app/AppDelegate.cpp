@@ -2,7 +2,6 @@
 #include "AppDelegate.h"
 
 #include <QAction>
-#include <QFile>
 #include <QGuiApplication>
 #include <QKeySequence>
 #include <QMoveEvent>
@@ -14,40 +13,25 @@
 #include <QTimer>
 #include <algorithm>
 #include <cstdlib>
-#include <pwd.h>
-#include <unistd.h>
 
 #include "Appearance.h"
 #include "DebugSend.h"
-#include "Formats.h"
-#include "Snapshot.h"
-#include "Text.h"
-#include "Views/IconProvider.h"
-#include "WindowPlacement.h"
-
-#if VELMAR_HAS_EFFECTS
 #include "EffectRunner.h"
 #include "Env.h"
-#endif
+#include "FileStore.h"
+#include "Formats.h"
+#include "Snapshot.h"
+#include "Views/IconProvider.h"
+#include "WindowPlacement.h"
 
 namespace velmar {
 
 namespace {
 
-// The whole file as UTF-8 text; absent when it is missing, unreadable or not
-// valid UTF-8, which counts as no file at all.
-std::optional<std::string> readText(const QString& path) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) return std::nullopt;
-    const QByteArray bytes = file.readAll();
-    if (file.error() != QFileDevice::NoError) return std::nullopt;
-    std::string text = bytes.toStdString();
-    if (!text::isValidUtf8(text)) return std::nullopt;
-    return text;
-}
-
-QString configFilePath(ConfigFile file) {
-    return QString::fromStdString(configPath(file, AppDelegate::home().toStdString()));
+// A stored file read synchronously at start-up; one that is missing,
+// unreadable or not UTF-8 counts as no file at all.
+std::optional<std::string> readConfig(ConfigFile file) {
+    return FileStore::readText(configPath(file, Env::home()));
 }
 
 // Stored coordinates have their origin at the top left of the primary
@@ -87,20 +71,6 @@ AppDelegate::AppDelegate(QObject* parent)
 
 AppDelegate::~AppDelegate() = default;
 
-QString AppDelegate::home() {
-#if VELMAR_HAS_EFFECTS
-    return QString::fromStdString(Env::home());
-#else
-    const char* own = std::getenv("VELMAR_HOME");
-    if (own != nullptr && *own != '\0') return QString::fromUtf8(own);
-    const char* user = std::getenv("HOME");
-    if (user != nullptr && *user != '\0') return QString::fromUtf8(user);
-    if (const passwd* entry = getpwuid(getuid()); entry && entry->pw_dir)
-        return QString::fromUtf8(entry->pw_dir);
-    return QString();
-#endif
-}
-
 void AppDelegate::start() {
     // 1. Effects go to the runner, which is made on first use.
     store_.setPerform([this](const Effect& effect) { performEffect(effect); });
@@ -108,12 +78,12 @@ void AppDelegate::start() {
     // 2-3. The saved frame, read synchronously: the window needs it before it
     // can exist, and the core remembers it so it is not written back at once.
     std::optional<WindowFrame> saved;
-    if (auto text = readText(configFilePath(ConfigFile::window)))
+    if (auto text = readConfig(ConfigFile::window))
         saved = Formats::parseWindow(*text);
     store_.send(msg::WindowRestored{saved});
 
     // 4. The appearance to use until the core has read the settings itself.
-    if (auto text = readText(configFilePath(ConfigFile::settings)))
+    if (auto text = readConfig(ConfigFile::settings))
         bootAppearance_ = Formats::parseSettings(*text).appearance;
 
     // 5. From here on the forced value, the boot value or the model decides.
@@ -143,15 +113,9 @@ void AppDelegate::start() {
 }
 
 void AppDelegate::performEffect(const Effect& effect) {
-#if VELMAR_HAS_EFFECTS
     if (runner_ == nullptr)
         runner_ = new EffectRunner(this, [this](Msg msg) { store_.send(msg); }, this);
     runner_->perform(effect);
-#else
-    // Built without the effect runner: the core's requests go nowhere, so the
-    // panel shows the state before any file or gh answer.
-    (void)effect;
-#endif
 }
 
 // ---- Window ----

@@ -44,9 +44,6 @@ public:
     QQuickView* window() const { return window_.get(); }
     const std::vector<MenuSection>& mainMenu() const { return menu_; }
 
-    /// The home directory: VELMAR_HOME if set and not empty, else the user's.
-    static QString home();
-
     /// "Refresh" in the View menu.
     void refreshAction();
     /// "Settings…" in the View menu.

@@ -11,16 +11,8 @@ add_library(VelmarShell STATIC
   ${CMAKE_CURRENT_LIST_DIR}/Views/PanelModel.h ${CMAKE_CURRENT_LIST_DIR}/Views/PanelModel.cpp
   ${CMAKE_CURRENT_LIST_DIR}/Views/IconProvider.h ${CMAKE_CURRENT_LIST_DIR}/Views/IconProvider.cpp)
 target_include_directories(VelmarShell PUBLIC ${CMAKE_CURRENT_LIST_DIR})
-target_link_libraries(VelmarShell PUBLIC VelmarCore Qt6::Core Qt6::Gui Qt6::Qml Qt6::Quick
-                      PRIVATE Qt6::Svg)
-if(TARGET VelmarEffects)
-  target_link_libraries(VelmarShell PUBLIC VelmarEffects)
-  target_compile_definitions(VelmarShell PRIVATE VELMAR_HAS_EFFECTS=1)
-else()
-  # Until the effect runner is in the tree the shell runs with effects going
-  # nowhere; see AppDelegate::performEffect.
-  target_compile_definitions(VelmarShell PRIVATE VELMAR_HAS_EFFECTS=0)
-endif()
+target_link_libraries(VelmarShell PUBLIC VelmarCore VelmarEffects Qt6::Core Qt6::Gui Qt6::Qml
+                      Qt6::Quick PRIVATE Qt6::Svg)
 
 # The screens and their icons travel with the library, so anything that links
 # it (the executable, the in-process tests) can show the panel.
