@@ -103,6 +103,8 @@ struct Model {
     Effects moveRepo(std::int64_t id, std::int64_t toIndex);
     Effects savePattern();
     void mergeSuggestions(SuggestionSource source, const std::vector<std::string>& names);
+    /// The write of the repos file with the current list.
+    Effects writeRepos() const;
 
     // ---- Browsers (UpdateBrowsers.cpp) ----
     void browsersDetectedFrom(const std::vector<DetectedBrowser>& list);

@@ -86,7 +86,7 @@ Effects Model::prsFetched(const std::string& output, bool ok) {
         if (auto voted = Formats::votePattern(learned, repo.detectedPattern, shortName(repo.name));
             voted && *voted != repo.detectedPattern) {
             repo.detectedPattern = std::move(*voted);
-            append(effects, write(ConfigFile::repos, Formats::serializeRepos(repos)));
+            append(effects, writeRepos());
         }
 
         std::erase_if(prs, [&](const PR& p) { return p.repoId == repo.id; });

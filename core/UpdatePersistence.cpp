@@ -77,7 +77,7 @@ Effects takeInRepos(Model& m, const std::string& contents) {
     Effects effects;
     // Additions made before the file arrived were never saved, since nothing
     // is written before the home directory is known; the merge saves them now.
-    if (!earlier.empty()) effects = m.write(ConfigFile::repos, Formats::serializeRepos(m.repos));
+    if (!earlier.empty()) effects = m.writeRepos();
     append(effects, m.startNext());
     return effects;
 }

@@ -24,7 +24,7 @@ Effects Model::addRepo(const std::string& slug) {
     r.state = RepoState::queued;
     repos.push_back(std::move(r));
 
-    Effects effects = write(ConfigFile::repos, Formats::serializeRepos(repos));
+    Effects effects = writeRepos();
     append(effects, startNext());
     return effects;
 }
@@ -46,7 +46,7 @@ Effects Model::removeRepo(std::int64_t id) {
     // no repository and is dropped.
     repos.erase(it);
     std::erase_if(prs, [id](const PR& p) { return p.repoId == id; });
-    return write(ConfigFile::repos, Formats::serializeRepos(repos));
+    return writeRepos();
 }
 
 Effects Model::moveRepo(std::int64_t id, std::int64_t toIndex) {
@@ -63,7 +63,7 @@ Effects Model::moveRepo(std::int64_t id, std::int64_t toIndex) {
     Repo moved = std::move(*it);
     repos.erase(it);
     repos.insert(repos.begin() + target, std::move(moved));
-    return write(ConfigFile::repos, Formats::serializeRepos(repos));
+    return writeRepos();
 }
 
 Effects Model::savePattern() {
@@ -89,7 +89,7 @@ Effects Model::savePattern() {
     editingRepo.reset();
     editText.clear();
     // Written even when unchanged: the user pressed save and expects it kept.
-    return write(ConfigFile::repos, Formats::serializeRepos(repos));
+    return writeRepos();
 }
 
 void Model::mergeSuggestions(SuggestionSource source, const std::vector<std::string>& names) {
@@ -112,6 +112,10 @@ void Model::mergeSuggestions(SuggestionSource source, const std::vector<std::str
             if (!owned.count(n)) merged.push_back({n, false});
     }
     suggestions = std::move(merged);
+}
+
+Effects Model::writeRepos() const {
+    return write(ConfigFile::repos, Formats::serializeRepos(repos));
 }
 
 }  // namespace velmar
