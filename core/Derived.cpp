@@ -14,12 +14,6 @@ namespace velmar {
 
 namespace {
 
-/// Whether the picker offers `b` in `mode`: running ones in `open`, ticked
-/// ones in `manual`.
-bool isVisible(const Browser& b, BrowserMode mode) {
-    return mode == BrowserMode::open ? b.running : b.shown;
-}
-
 const Browser* browserWithId(const std::vector<Browser>& browsers, std::int64_t id) {
     for (const auto& b : browsers)
         if (b.id == id) return &b;
@@ -140,7 +134,7 @@ std::vector<ListRow> Model::listRows() const {
 std::vector<Browser> Model::visibleBrowsers() const {
     std::vector<Browser> visible;
     for (const auto& b : browsers)
-        if (isVisible(b, browserMode)) visible.push_back(b);
+        if (b.offeredIn(browserMode)) visible.push_back(b);
     return visible;
 }
 
@@ -165,7 +159,7 @@ std::vector<PreviewMenuItem> Model::previewMenu(const PR&) const {
     std::size_t listed = 0;
     for (const auto& b : browsers) {
         if (listed == Constants::maxMenuBrowsers) break;
-        if (!isVisible(b, browserMode)) continue;
+        if (!b.offeredIn(browserMode)) continue;
         if (listed == 0) items.push_back(menu::Separator{});
         items.push_back(menu::Open{"Open in " + b.name, b.id});
         ++listed;

@@ -107,6 +107,8 @@ struct Browser {
     /// The stored name: `app`, or "@default" for the system-default entry.
     std::string key() const { return app.empty() ? std::string(defaultKey) : app; }
     bool isSystemDefault() const { return app.empty(); }
+    /// Whether the picker offers it: running ones in `open`, ticked ones in `manual`.
+    bool offeredIn(BrowserMode mode) const { return mode == BrowserMode::open ? running : shown; }
 };
 
 struct DetectedBrowser {

@@ -13,10 +13,6 @@ namespace velmar {
 
 namespace {
 
-bool offeredIn(BrowserMode mode, const Browser& b) {
-    return mode == BrowserMode::open ? b.running : b.shown;
-}
-
 bool contains(const std::vector<std::string>& list, const std::string& value) {
     return std::find(list.begin(), list.end(), value) != list.end();
 }
@@ -65,7 +61,7 @@ void Model::browsersDetectedFrom(const std::vector<DetectedBrowser>& list) {
 void Model::resolveSelection() {
     if (browserPref) {
         for (const auto& b : browsers) {
-            if (offeredIn(browserMode, b) && b.key() == *browserPref) {
+            if (b.offeredIn(browserMode) && b.key() == *browserPref) {
                 selectedBrowser = b.id;
                 return;
             }
@@ -73,10 +69,10 @@ void Model::resolveSelection() {
     }
     if (selectedBrowser) {
         for (const auto& b : browsers)
-            if (b.id == *selectedBrowser && offeredIn(browserMode, b)) return;
+            if (b.id == *selectedBrowser && b.offeredIn(browserMode)) return;
     }
     for (const auto& b : browsers) {
-        if (offeredIn(browserMode, b)) {
+        if (b.offeredIn(browserMode)) {
             selectedBrowser = b.id;
             return;
         }
