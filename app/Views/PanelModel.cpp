@@ -1,9 +1,7 @@
 // Derivation of the panel's properties and the change notifications.
 #include "PanelModel.h"
 
-#include <string>
-
-#include "Json.h"
+#include "Records.h"
 
 namespace velmar::ui {
 
@@ -37,16 +35,6 @@ void PanelModel::modelChanged() {
     if (before.hasRepos != now_.hasRepos) emit hasReposChanged();
     if (before.footerText != now_.footerText) emit footerTextChanged();
     if (before.windowTitle != now_.windowTitle) emit windowTitleChanged();
-}
-
-bool PanelModel::send(const QString& json) {
-    const std::string text = json.toStdString();
-    auto decoded = decodeMsg(std::string_view(text));
-    if (const Msg* msg = std::get_if<Msg>(&decoded)) {
-        store_.send(*msg);
-        return true;
-    }
-    return false;
 }
 
 void PanelModel::refresh() { store_.send(msg::Refresh{}); }

@@ -12,8 +12,6 @@ namespace velmar::ui {
 
 class PanelModel : public QObject {
     Q_OBJECT
-    /// "list" or "manage".
-    Q_PROPERTY(QString screen READ screen NOTIFY screenChanged)
     Q_PROPERTY(bool onSettings READ onSettings NOTIFY screenChanged)
     Q_PROPERTY(bool showsOnboarding READ showsOnboarding NOTIFY showsOnboardingChanged)
     Q_PROPERTY(bool settingsLoaded READ settingsLoaded NOTIFY settingsLoadedChanged)
@@ -26,7 +24,6 @@ class PanelModel : public QObject {
 public:
     explicit PanelModel(Store& store, QObject* parent = nullptr);
 
-    QString screen() const { return now_.onSettings ? QStringLiteral("manage") : QStringLiteral("list"); }
     bool onSettings() const { return now_.onSettings; }
     bool showsOnboarding() const { return now_.showsOnboarding; }
     bool settingsLoaded() const { return now_.settingsLoaded; }
@@ -36,9 +33,6 @@ public:
     QString footerText() const { return now_.footerText; }
     QString windowTitle() const { return now_.windowTitle; }
 
-    /// Decodes one JSON Msg and sends it; false (and nothing sent) when it
-    /// does not decode.
-    Q_INVOKABLE bool send(const QString& json);
     Q_INVOKABLE void refresh();
     /// `screen` is "list" or "manage"; anything else sends nothing.
     Q_INVOKABLE void navigate(const QString& screen);
