@@ -23,15 +23,12 @@
 namespace velmar::Links {
 namespace {
 
-bool launch(const std::vector<std::string>& args) {
-    const auto program = DesktopEntry::locate(args.front(), Env::variable("PATH"));
-    if (!program)
-        return false;
+// Starts `program` (a path) with `arguments`; whether it started.
+bool launch(const std::string& program, const std::vector<std::string>& arguments) {
     // A failed start is answered on this thread before run returns; a
     // browser's later exit, on a worker thread, changes nothing.
     auto started = std::make_shared<bool>(true);
-    Subprocess::run(*program, std::vector<std::string>(args.begin() + 1, args.end()),
-                    std::nullopt, false, std::nullopt,
+    Subprocess::run(program, arguments, std::nullopt, false, std::nullopt,
                     [started](std::optional<Subprocess::Result> result) {
                         if (!result)
                             *started = false;
@@ -64,13 +61,17 @@ bool openWithBrowser(const std::string& url, const std::string& app) {
     }
     const std::vector<std::string_view> idViews(ids.begin(), ids.end());
     const auto dirs = DesktopEntry::applicationDirs();
+    const std::string searchPath = Env::variable("PATH");
     if (const auto entry = DesktopEntry::find(dirs, idViews)) {
         const auto args = DesktopEntry::commandLine(entry->exec, url);
-        return args && launch(*args);
+        if (!args)
+            return false;
+        const auto program = DesktopEntry::locate(args->front(), searchPath);
+        return program && launch(*program, std::vector<std::string>(args->begin() + 1, args->end()));
     }
     for (const auto& name : executables)
-        if (DesktopEntry::locate(name, Env::variable("PATH")))
-            return launch({name, url});
+        if (const auto program = DesktopEntry::locate(name, searchPath))
+            return launch(*program, {url});
     return false;
 }
 
