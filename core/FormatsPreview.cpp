@@ -209,4 +209,10 @@ Repo::ResolvedPreview Repo::resolvePreview(std::int64_t number, std::string_view
     return {};
 }
 
+void PR::resolvePreview(const Repo& repo) {
+    auto resolved = repo.resolvePreview(number, branch, commentPreview);
+    preview = std::move(resolved.url);
+    previewSource = resolved.source;
+}
+
 }  // namespace velmar

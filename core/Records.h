@@ -90,6 +90,10 @@ struct PR {
     std::optional<PreviewSource> previewSource;
     std::string commentPreview;
     bool operator==(const PR&) const = default;
+
+    /// Sets `preview` and `previewSource` by `repo`'s rules from the number,
+    /// branch and comment link.
+    void resolvePreview(const Repo& repo);
 };
 
 struct Browser {

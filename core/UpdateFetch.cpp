@@ -97,15 +97,13 @@ Effects Model::prsFetched(const std::string& output, bool ok) {
             pr.repoId = repo.id;
             pr.repo = repo.name;
             pr.number = row.number;
-            auto resolved = repo.resolvePreview(row.number, row.branch, row.commentPreview);
-            pr.preview = std::move(resolved.url);
-            pr.previewSource = resolved.source;
             pr.title = std::move(row.title);
             pr.author = std::move(row.author);
             pr.branch = std::move(row.branch);
             pr.isDraft = row.isDraft;
             pr.url = std::move(row.url);
             pr.commentPreview = std::move(row.commentPreview);
+            pr.resolvePreview(repo);
             prs.push_back(std::move(pr));
         }
 

@@ -80,12 +80,8 @@ Effects Model::savePattern() {
     // Blanks alone are how the user removes a pattern.
     repo.pattern = text::trimWhitespaceAndNewlines(editText);
     // The list follows at once from what is already known; no fetch needed.
-    for (auto& p : prs) {
-        if (p.repoId != repo.id) continue;
-        auto resolved = repo.resolvePreview(p.number, p.branch, p.commentPreview);
-        p.preview = std::move(resolved.url);
-        p.previewSource = resolved.source;
-    }
+    for (auto& p : prs)
+        if (p.repoId == repo.id) p.resolvePreview(repo);
     editingRepo.reset();
     editText.clear();
     // Written even when unchanged: the user pressed save and expects it kept.
