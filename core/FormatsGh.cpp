@@ -4,7 +4,6 @@
 // the other rows still count.
 #include "Formats.h"
 
-#include <algorithm>
 #include <array>
 #include <limits>
 #include <unordered_set>
