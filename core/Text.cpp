@@ -132,15 +132,15 @@ std::string repairUtf8(std::string_view s) {
     out.reserve(s.size() + 8);
     std::size_t i = 0;
     while (i < s.size()) {
-        int32_t pos = static_cast<int32_t>(i);
-        UChar32 c;
-        U8_NEXT(reinterpret_cast<const uint8_t*>(s.data()), pos, static_cast<int32_t>(s.size()), c);
-        if (c < 0) {
+        // An invalid sequence decodes as U+FFFD, whose bytes are the same as
+        // those of a valid U+FFFD in the input.
+        const auto d = decodeAt(s, i);
+        if (d.scalar == U'\uFFFD') {
             out += "\xEF\xBF\xBD";
         } else {
-            out.append(s.substr(i, static_cast<std::size_t>(pos) - i));
+            out.append(s.substr(i, d.next - i));
         }
-        i = static_cast<std::size_t>(pos);
+        i = d.next;
     }
     return out;
 }
