@@ -11,6 +11,7 @@
 #include <QScreen>
 #include <QShortcut>
 #include <QTimer>
+#include <QVariantMap>
 #include <algorithm>
 #include <cstdlib>
 
@@ -291,7 +292,6 @@ void AppDelegate::startTimers() {
         timer->setTimerType(Qt::CoarseTimer);
         connect(timer, &QTimer::timeout, this, [this, msg] { store_.send(msg); });
         timer->start();
-        timers_.push_back(timer);
     };
     every(Constants::autoRefreshInterval, msg::AutoTick{});
     every(Constants::browserPollInterval, msg::DetectTick{});

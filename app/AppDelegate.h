@@ -5,7 +5,6 @@
 
 #include <QObject>
 #include <QString>
-#include <QVariantMap>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -17,7 +16,6 @@
 
 class QAction;
 class QQuickView;
-class QTimer;
 
 namespace velmar {
 
@@ -68,7 +66,6 @@ private:
     ui::Theme theme_;
     ui::PanelModel panel_;
     std::unique_ptr<QQuickView> window_;
-    std::vector<QTimer*> timers_;
     std::vector<MenuSection> menu_;
     bool reportFrames_ = false;
     Appearance bootAppearance_ = Appearance::dark;
