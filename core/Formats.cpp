@@ -15,20 +15,6 @@ namespace velmar::Formats {
 
 namespace {
 
-// Length in bytes of the newline character starting at s[i], or 0 if none
-// starts there. A CR LF pair is a single character and so one break.
-std::size_t newlineAt(std::string_view s, std::size_t i) {
-    const auto b = static_cast<unsigned char>(s[i]);
-    if (b == '\r') return (i + 1 < s.size() && s[i + 1] == '\n') ? 2 : 1;
-    if (b >= 0x0A && b <= 0x0C) return 1;
-    if (b == 0xC2 && i + 1 < s.size() && static_cast<unsigned char>(s[i + 1]) == 0x85) return 2;
-    if (b == 0xE2 && i + 2 < s.size() && static_cast<unsigned char>(s[i + 1]) == 0x80) {
-        const auto c = static_cast<unsigned char>(s[i + 2]);
-        if (c == 0xA8 || c == 0xA9) return 3;  // U+2028, U+2029
-    }
-    return 0;
-}
-
 std::string_view trimSpaces(std::string_view s) {
     const auto first = s.find_first_not_of(' ');
     if (first == std::string_view::npos) return {};
@@ -106,7 +92,7 @@ std::vector<std::string> lines(std::string_view text) {
     std::size_t start = 0;
     std::size_t i = 0;
     while (i < text.size()) {
-        if (const auto width = newlineAt(text, i)) {
+        if (const auto width = text::newlineAt(text, i)) {
             emit(text.substr(start, i - start));
             i += width;
             start = i;

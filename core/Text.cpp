@@ -102,6 +102,12 @@ bool isNewline(char32_t c) {
     return (c >= 0x0A && c <= 0x0D) || c == 0x85 || c == 0x2028 || c == 0x2029;
 }
 
+std::size_t newlineAt(std::string_view s, std::size_t i) {
+    if (s[i] == '\r') return (i + 1 < s.size() && s[i + 1] == '\n') ? 2 : 1;
+    const auto d = decodeAt(s, i);
+    return isNewline(d.scalar) ? d.next - i : 0;
+}
+
 bool isNumeric(char32_t c) {
     return u_getIntPropertyValue(static_cast<UChar32>(c), UCHAR_NUMERIC_TYPE) != U_NT_NONE;
 }

@@ -15,6 +15,9 @@ bool isWhitespace(char32_t c);
 bool isWhitespaceOrNewline(char32_t c);
 /// U+000A to U+000D, U+0085, U+2028, U+2029.
 bool isNewline(char32_t c);
+/// Length in bytes of the newline character starting at byte `i` of `s`, or 0
+/// if none starts there. A CR LF pair is a single character and so one break.
+std::size_t newlineAt(std::string_view s, std::size_t i);
 /// Has a Unicode numeric property (numeric type other than none).
 bool isNumeric(char32_t c);
 
