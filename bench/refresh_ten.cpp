@@ -45,19 +45,18 @@ std::string fixture() {
 // gh alone: the same ten children run back to back with nothing of ours
 // around them, output read on this thread.
 double directSeconds(const std::string& path) {
+    const std::string script(CommandLines::pullRequests);
+    std::vector<std::string> env;
+    for (char** e = environ; *e != nullptr; ++e)
+        if (std::string(*e).rfind("PATH=", 0) != 0)
+            env.emplace_back(*e);
+    env.push_back("PATH=" + path);
+    std::vector<char*> envp;
+    for (auto& e : env) envp.push_back(e.data());
+    envp.push_back(nullptr);
     const auto start = Clock::now();
     for (int r = 0; r < 10; ++r) {
-        const std::string script(CommandLines::pullRequests);
         const std::string slug = "acme/repo" + std::to_string(r);
-        const std::string pathVar = "PATH=" + path;
-        std::vector<std::string> env;
-        for (char** e = environ; *e != nullptr; ++e)
-            if (std::string(*e).rfind("PATH=", 0) != 0)
-                env.emplace_back(*e);
-        env.push_back(pathVar);
-        std::vector<char*> envp;
-        for (auto& e : env) envp.push_back(e.data());
-        envp.push_back(nullptr);
         const char* argv[] = {"/bin/sh", "-c", script.c_str(), "sh", slug.c_str(), nullptr};
         int fds[2];
         if (::pipe(fds) != 0) return 0;
