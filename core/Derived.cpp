@@ -14,12 +14,6 @@ namespace velmar {
 
 namespace {
 
-const Browser* browserWithId(const std::vector<Browser>& browsers, std::int64_t id) {
-    for (const auto& b : browsers)
-        if (b.id == id) return &b;
-    return nullptr;
-}
-
 std::string flashOrEmpty(const std::optional<std::string>& flash) {
     return flash ? *flash : std::string();
 }
@@ -70,6 +64,12 @@ const PR* Model::pr(std::int64_t id) const {
 const Repo* Model::repo(std::int64_t id) const {
     for (const auto& r : repos)
         if (r.id == id) return &r;
+    return nullptr;
+}
+
+const Browser* Model::browser(std::int64_t id) const {
+    for (const auto& b : browsers)
+        if (b.id == id) return &b;
     return nullptr;
 }
 
@@ -139,7 +139,7 @@ std::vector<Browser> Model::visibleBrowsers() const {
 }
 
 const Browser* Model::selectedBrowserEntry() const {
-    return selectedBrowser ? browserWithId(browsers, *selectedBrowser) : nullptr;
+    return selectedBrowser ? browser(*selectedBrowser) : nullptr;
 }
 
 std::vector<std::string> Model::shownKeys() const {
@@ -172,7 +172,7 @@ std::vector<PreviewMenuItem> Model::previewMenu(const PR&) const {
 
 std::string Model::launcherApp(std::optional<std::int64_t> browserId) const {
     if (browserId)
-        if (const Browser* b = browserWithId(browsers, *browserId)) return b->app;
+        if (const Browser* b = browser(*browserId)) return b->app;
     return selectedApp();
 }
 

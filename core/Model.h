@@ -123,6 +123,7 @@ struct Model {
     std::string footerText() const;
     const PR* pr(std::int64_t id) const;
     const Repo* repo(std::int64_t id) const;
+    const Browser* browser(std::int64_t id) const;
     std::vector<Repo> orderedRepos() const;
     std::vector<ListRow> listRows() const;
     std::vector<Browser> visibleBrowsers() const;

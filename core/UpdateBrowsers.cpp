@@ -90,9 +90,8 @@ Effects Model::selectBrowser(std::int64_t id) {
     // The id is taken even when nothing has it; the next resolveSelection
     // moves on, and the empty preference matches no browser.
     selectedBrowser = id;
-    const auto it = std::find_if(browsers.begin(), browsers.end(),
-                                 [id](const Browser& b) { return b.id == id; });
-    browserPref = it != browsers.end() ? it->key() : std::string();
+    const Browser* chosen = browser(id);
+    browserPref = chosen ? chosen->key() : std::string();
     return writeBrowsers();
 }
 
