@@ -12,14 +12,6 @@
 
 namespace velmar {
 
-namespace {
-
-std::string flashOrEmpty(const std::optional<std::string>& flash) {
-    return flash ? *flash : std::string();
-}
-
-}  // namespace
-
 std::string ListRow::id() const {
     if (const auto* r = std::get_if<Repo>(&item)) return "repo-" + std::to_string(r->id);
     return "pr-" + std::to_string(std::get<PR>(item).id);
@@ -50,8 +42,7 @@ std::string Model::statusLine() const {
 }
 
 std::string Model::footerText() const {
-    if (screen == Screen::manage) return flashOrEmpty(flash);
-    if (showsOnboarding()) return flashOrEmpty(flash);
+    if (screen == Screen::manage || showsOnboarding()) return flash.value_or(std::string());
     return statusLine();
 }
 
