@@ -22,7 +22,7 @@
 #include "FileStore.h"
 #include "Formats.h"
 #include "Snapshot.h"
-#include "Views/IconProvider.h"
+#include "Views/PanelView.h"
 #include "WindowPlacement.h"
 
 namespace velmar {
@@ -68,7 +68,7 @@ constexpr double headerLeadingInset = 12;
 AppDelegate::AppDelegate(QObject* parent)
     : QObject(parent),
       theme_(ui::parseMaterial(std::getenv("VELMAR_MATERIAL"))),
-      panel_(store_) {}
+      panel_(store_, icons_) {}
 
 AppDelegate::~AppDelegate() = default;
 
@@ -124,7 +124,6 @@ void AppDelegate::performEffect(const Effect& effect) {
 void AppDelegate::createWindow(const std::optional<WindowFrame>& saved) {
     window_ = std::make_unique<QQuickView>();
     window_->setTitle(panel_.windowTitle());
-    window_->setResizeMode(QQuickView::SizeRootObjectToView);
     window_->setColor(theme_.backdropBase());
     // The minimum size keeps every resize, the user's too, at 200 by 320 or more.
     window_->setMinimumSize(raisedToMinimum(0, 0));
@@ -132,16 +131,9 @@ void AppDelegate::createWindow(const std::optional<WindowFrame>& saved) {
                              : raisedToMinimum(WindowFrame::defaultWidth, WindowFrame::defaultHeight);
     window_->resize(size);
 
-    window_->engine()->addImageProvider(QStringLiteral("icon"), new ui::IconProvider);
-    window_->setInitialProperties({
-        {QStringLiteral("panel"), QVariant::fromValue(&panel_)},
-        {QStringLiteral("theme"), QVariant::fromValue(&theme_)},
-        {QStringLiteral("chrome"), QVariantMap{{QStringLiteral("titlebarHeight"), headerHeight},
-                                               {QStringLiteral("leadingInset"), headerLeadingInset}}},
-    });
-    window_->setSource(QUrl(QStringLiteral("qrc:/velmar/Views/RootView.qml")));
-    for (const QQmlError& error : window_->errors())
-        std::fprintf(stderr, "velmar: %s\n", error.toString().toUtf8().constData());
+    for (const QString& error : ui::loadPanel(*window_, panel_, theme_, icons_,
+                                              {headerHeight, headerLeadingInset}))
+        std::fprintf(stderr, "velmar: %s\n", error.toUtf8().constData());
 
     connect(&panel_, &ui::PanelModel::windowTitleChanged, this,
             [this] { window_->setTitle(panel_.windowTitle()); });

@@ -11,6 +11,7 @@
 
 #include "Records.h"
 #include "Store.h"
+#include "Views/BrowserIcons.h"
 #include "Views/PanelModel.h"
 #include "Views/Theme.h"
 
@@ -64,6 +65,7 @@ private:
     Store store_;
     EffectRunner* runner_ = nullptr;  // a child, made on the first effect
     ui::Theme theme_;
+    ui::BrowserIcons icons_;
     ui::PanelModel panel_;
     std::unique_ptr<QQuickView> window_;
     std::vector<MenuSection> menu_;

@@ -128,6 +128,7 @@ std::vector<std::string> applicationDirs() {
 
 std::optional<Entry> parse(std::string_view text, std::string file) {
     std::optional<std::string> exec;
+    std::string icon;
     bool hidden = false;
     bool inMainGroup = false;
     std::size_t start = 0;
@@ -152,12 +153,14 @@ std::optional<Entry> parse(std::string_view text, std::string file) {
         const std::string value = trimmed(std::string_view(line).substr(eq + 1));
         if (key == "Exec" && !exec)
             exec = unescapeValue(value);
+        else if (key == "Icon" && icon.empty())
+            icon = unescapeValue(value);
         else if (key == "Hidden")
             hidden = value == "true";
     }
     if (!exec || exec->empty() || hidden)
         return std::nullopt;
-    return Entry{std::move(file), std::move(*exec)};
+    return Entry{std::move(file), std::move(*exec), std::move(icon)};
 }
 
 std::optional<Entry> find(std::span<const std::string> dirs,

@@ -21,6 +21,7 @@ std::vector<std::string> applicationDirs();
 struct Entry {
     std::string file;  ///< where it was found
     std::string exec;  ///< the Exec value, unescaped
+    std::string icon;  ///< the Icon value: a theme icon name or a file path; may be empty
     bool operator==(const Entry&) const = default;
 };
 

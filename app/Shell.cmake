@@ -9,7 +9,12 @@ add_library(VelmarShell STATIC
   ${CMAKE_CURRENT_LIST_DIR}/AppDelegate.h ${CMAKE_CURRENT_LIST_DIR}/AppDelegate.cpp
   ${CMAKE_CURRENT_LIST_DIR}/Views/Theme.h ${CMAKE_CURRENT_LIST_DIR}/Views/Theme.cpp
   ${CMAKE_CURRENT_LIST_DIR}/Views/PanelModel.h ${CMAKE_CURRENT_LIST_DIR}/Views/PanelModel.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/Views/IconProvider.h ${CMAKE_CURRENT_LIST_DIR}/Views/IconProvider.cpp)
+  ${CMAKE_CURRENT_LIST_DIR}/Views/IconProvider.h ${CMAKE_CURRENT_LIST_DIR}/Views/IconProvider.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/Views/DiffListModel.h ${CMAKE_CURRENT_LIST_DIR}/Views/DiffListModel.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/Views/RepoGroup.h ${CMAKE_CURRENT_LIST_DIR}/Views/RepoGroup.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/Views/PanelLists.h ${CMAKE_CURRENT_LIST_DIR}/Views/PanelLists.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/Views/BrowserIcons.h ${CMAKE_CURRENT_LIST_DIR}/Views/BrowserIcons.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/Views/PanelView.h ${CMAKE_CURRENT_LIST_DIR}/Views/PanelView.cpp)
 target_include_directories(VelmarShell PUBLIC ${CMAKE_CURRENT_LIST_DIR})
 target_link_libraries(VelmarShell PUBLIC VelmarCore VelmarEffects Qt6::Core Qt6::Gui Qt6::Qml
                       Qt6::Quick PRIVATE Qt6::Svg)

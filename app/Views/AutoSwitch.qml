@@ -1,28 +1,22 @@
 // The "Auto" switch of the list header: shows the model's value and asks for
 // the opposite on a click, so the model stays the only truth.
 import QtQuick
-import QtQuick.Controls
-import QtQuick.Templates as T
 
-T.AbstractButton {
+PlainButton {
     id: control
-    required property var theme
     property bool on: false
     property bool showsTitle: true
 
     text: "Auto"
-    hoverEnabled: true
-    focusPolicy: Qt.NoFocus
+    tooltip: "Refresh automatically every minute"
     implicitWidth: row.implicitWidth
     implicitHeight: 20
+    focusRadius: 8
 
     Accessible.role: Accessible.CheckBox
-    Accessible.name: text
     Accessible.checkable: true
     Accessible.checked: on
-    ToolTip.text: "Refresh automatically every minute"
-    ToolTip.visible: hovered
-    ToolTip.delay: 700
+    Accessible.onToggleAction: control.clicked()
 
     contentItem: Row {
         id: row
@@ -33,6 +27,7 @@ T.AbstractButton {
             text: control.text
             color: control.theme.secondary
             font.pixelSize: control.theme.callout
+            Accessible.ignored: true
         }
         Rectangle {
             id: track

@@ -1,7 +1,6 @@
 // What the list shows when no repository is watched: a struck-through eye,
 // a title, a line of help and the way to the settings screen.
 import QtQuick
-import QtQuick.Templates as T
 
 Item {
     id: empty
@@ -25,6 +24,8 @@ Item {
             horizontalAlignment: Text.AlignHCenter
             wrapMode: Text.Wrap
             text: "No repos watched yet."
+            Accessible.role: Accessible.Heading
+            Accessible.name: text
             color: empty.theme.primary
             font.pixelSize: empty.theme.title2
             font.weight: Font.Bold
@@ -34,33 +35,18 @@ Item {
             horizontalAlignment: Text.AlignHCenter
             wrapMode: Text.Wrap
             text: "Add the repositories you care about to see their open pull requests here."
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
             color: empty.theme.secondary
             font.pixelSize: empty.theme.body
         }
         Item { width: 1; height: 6 }
-        T.Button {
-            id: add
+        PushButton {
             anchors.horizontalCenter: parent.horizontalCenter
+            theme: empty.theme
+            prominent: true
             text: "Add repos"
-            hoverEnabled: true
-            implicitWidth: label.implicitWidth + 24
-            implicitHeight: 26
-            Accessible.name: text
-            onClicked: empty.panel.navigate("manage")
-            background: Rectangle {
-                radius: 6
-                color: empty.theme.tint
-                opacity: add.down ? 0.8 : 1
-            }
-            contentItem: Text {
-                id: label
-                text: add.text
-                color: "white"
-                font.pixelSize: empty.theme.body
-                font.weight: Font.Medium
-                horizontalAlignment: Text.AlignHCenter
-                verticalAlignment: Text.AlignVCenter
-            }
+            onClicked: empty.panel.send({ msg: "navigate", screen: "manage" })
         }
     }
 }

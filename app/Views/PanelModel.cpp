@@ -1,12 +1,25 @@
-// Derivation of the panel's properties and the change notifications.
+// Derivation of the panel's properties and lists, the change notifications,
+// and the way back from QML into the Store.
 #include "PanelModel.h"
 
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include "Json.h"
+#include "PanelLists.h"
 #include "Records.h"
 
 namespace velmar::ui {
 
-PanelModel::PanelModel(Store& store, QObject* parent)
-    : QObject(parent), store_(store), now_(derive(store.model())) {
+PanelModel::PanelModel(Store& store, BrowserIcons& icons, QObject* parent)
+    : QObject(parent),
+      store_(store),
+      icons_(icons),
+      now_(derive(store.model())),
+      rows_(PanelLists::prRoles(), this),
+      browsers_(PanelLists::browserRoles(), this) {
+    rows_.update(PanelLists::prRows(store_.model()));
+    browsers_.update(PanelLists::browserRows(store_.model(), icons_));
     connect(&store_, &Store::changed, this, &PanelModel::modelChanged);
 }
 
@@ -21,12 +34,20 @@ PanelModel::Values PanelModel::derive(const Model& model) {
     v.footerText = QString::fromStdString(model.footerText());
     v.windowTitle = !v.showsOnboarding && v.onSettings ? QStringLiteral("Settings")
                                                        : QStringLiteral("Velmar");
+    v.gh = QString::fromUtf8(jsonText(model.gh));
+    v.ghInstalled = model.gh == GhStatus::ok || model.gh == GhStatus::loggedOut;
+    v.showsGhBanner = model.showsGhBanner();
+    v.brewInstalled = model.brewInstalled.value_or(false);
+    v.previewMenu = PanelLists::previewMenu(model);
     return v;
 }
 
 void PanelModel::modelChanged() {
+    const Model& model = store_.model();
     const Values before = now_;
-    now_ = derive(store_.model());
+    now_ = derive(model);
+    rows_.update(PanelLists::prRows(model));
+    browsers_.update(PanelLists::browserRows(model, icons_));
     if (before.onSettings != now_.onSettings) emit screenChanged();
     if (before.showsOnboarding != now_.showsOnboarding) emit showsOnboardingChanged();
     if (before.settingsLoaded != now_.settingsLoaded) emit settingsLoadedChanged();
@@ -35,14 +56,23 @@ void PanelModel::modelChanged() {
     if (before.hasRepos != now_.hasRepos) emit hasReposChanged();
     if (before.footerText != now_.footerText) emit footerTextChanged();
     if (before.windowTitle != now_.windowTitle) emit windowTitleChanged();
+    if (before.gh != now_.gh || before.showsGhBanner != now_.showsGhBanner) emit ghChanged();
+    if (before.brewInstalled != now_.brewInstalled) emit brewInstalledChanged();
+    if (before.previewMenu != now_.previewMenu) emit previewMenuChanged();
 }
 
-void PanelModel::refresh() { store_.send(msg::Refresh{}); }
-
-void PanelModel::navigate(const QString& screen) {
-    if (auto s = fromJsonText<Screen>(screen.toStdString())) store_.send(msg::Navigate{*s});
+QString PanelModel::ghLoginCommand() const { return QString::fromUtf8(Constants::ghLoginCommand); }
+QString PanelModel::brewInstallCommand() const {
+    return QString::fromUtf8(Constants::brewInstallCommand);
 }
 
-void PanelModel::setAuto(bool on) { store_.send(msg::SetAuto{on}); }
+bool PanelModel::send(const QVariantMap& message) {
+    const QByteArray json = QJsonDocument(QJsonObject::fromVariantMap(message)).toJson(QJsonDocument::Compact);
+    DecodeResult decoded = decodeMsg(std::string_view(json.constData(), std::size_t(json.size())));
+    Msg* msg = std::get_if<Msg>(&decoded);
+    if (msg == nullptr) return false;
+    store_.send(*msg);
+    return true;
+}
 
 }  // namespace velmar::ui

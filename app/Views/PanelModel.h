@@ -1,11 +1,16 @@
 // The screens' one window onto the Store: values derived from the Model as
-// properties, each notified only when its own value changed, and the ways to
-// send a Msg back. Holds no state of its own beyond the last values it told.
+// properties, each notified only when its own value changed; the lists as
+// models updated by difference; and `send`, the one way back into the core.
+// Holds no state of its own beyond the last values it told.
 #pragma once
 
 #include <QObject>
 #include <QString>
+#include <QVariantList>
+#include <QVariantMap>
 
+#include "BrowserIcons.h"
+#include "DiffListModel.h"
 #include "Store.h"
 
 namespace velmar::ui {
@@ -21,8 +26,23 @@ class PanelModel : public QObject {
     Q_PROPERTY(QString footerText READ footerText NOTIFY footerTextChanged)
     /// "Settings" on the settings screen outside onboarding, else "Velmar".
     Q_PROPERTY(QString windowTitle READ windowTitle NOTIFY windowTitleChanged)
+    /// The gh status as its JSON text: "unknown", "ok", "missing", "logged_out".
+    Q_PROPERTY(QString gh READ gh NOTIFY ghChanged)
+    /// gh answers at all: signed in or signed out.
+    Q_PROPERTY(bool ghInstalled READ ghInstalled NOTIFY ghChanged)
+    Q_PROPERTY(bool showsGhBanner READ showsGhBanner NOTIFY ghChanged)
+    /// Homebrew is known to be there; false while unknown.
+    Q_PROPERTY(bool brewInstalled READ brewInstalled NOTIFY brewInstalledChanged)
+    Q_PROPERTY(QString ghLoginCommand READ ghLoginCommand CONSTANT)
+    Q_PROPERTY(QString brewInstallCommand READ brewInstallCommand CONSTANT)
+    /// The pull request list's headings and rows (roles: PanelLists::prRoles).
+    Q_PROPERTY(velmar::ui::DiffListModel* rows READ rows CONSTANT)
+    /// The browser tiles (roles: PanelLists::browserRoles).
+    Q_PROPERTY(velmar::ui::DiffListModel* browsers READ browsers CONSTANT)
+    /// The preview button's menu (PanelLists::previewMenu).
+    Q_PROPERTY(QVariantList previewMenu READ previewMenu NOTIFY previewMenuChanged)
 public:
-    explicit PanelModel(Store& store, QObject* parent = nullptr);
+    PanelModel(Store& store, BrowserIcons& icons, QObject* parent = nullptr);
 
     bool onSettings() const { return now_.onSettings; }
     bool showsOnboarding() const { return now_.showsOnboarding; }
@@ -32,11 +52,20 @@ public:
     bool hasRepos() const { return now_.hasRepos; }
     QString footerText() const { return now_.footerText; }
     QString windowTitle() const { return now_.windowTitle; }
+    QString gh() const { return now_.gh; }
+    bool ghInstalled() const { return now_.ghInstalled; }
+    bool showsGhBanner() const { return now_.showsGhBanner; }
+    bool brewInstalled() const { return now_.brewInstalled; }
+    QString ghLoginCommand() const;
+    QString brewInstallCommand() const;
+    DiffListModel* rows() { return &rows_; }
+    DiffListModel* browsers() { return &browsers_; }
+    QVariantList previewMenu() const { return now_.previewMenu; }
 
-    Q_INVOKABLE void refresh();
-    /// `screen` is "list" or "manage"; anything else sends nothing.
-    Q_INVOKABLE void navigate(const QString& screen);
-    Q_INVOKABLE void setAuto(bool on);
+    /// Sends the message `message` in its JSON form ({"msg": "open_pr",
+    /// "id": 12}), read by the core's own decoder. Returns false, and sends
+    /// nothing, when it does not decode.
+    Q_INVOKABLE bool send(const QVariantMap& message);
 
     /// The values the properties show for `model`.
     struct Values {
@@ -48,6 +77,11 @@ public:
         bool hasRepos = false;
         QString footerText;
         QString windowTitle;
+        QString gh;
+        bool ghInstalled = false;
+        bool showsGhBanner = false;
+        bool brewInstalled = false;
+        QVariantList previewMenu;
         bool operator==(const Values&) const = default;
     };
     static Values derive(const Model& model);
@@ -61,12 +95,18 @@ signals:
     void hasReposChanged();
     void footerTextChanged();
     void windowTitleChanged();
+    void ghChanged();
+    void brewInstalledChanged();
+    void previewMenuChanged();
 
 private:
     void modelChanged();
 
     Store& store_;
+    BrowserIcons& icons_;
     Values now_;
+    DiffListModel rows_;
+    DiffListModel browsers_;
 };
 
 }  // namespace velmar::ui

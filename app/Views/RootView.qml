@@ -56,6 +56,17 @@ Item {
         }
     }
 
+    Loader {
+        anchors.fill: middle
+        active: root.onboarding
+        visible: active
+        sourceComponent: OnboardingScreen {
+            panel: root.panel
+            theme: root.theme
+            widthClass: root.widthClass
+        }
+    }
+
     StatusFooter {
         id: footer
         anchors { left: parent.left; right: parent.right; bottom: parent.bottom }

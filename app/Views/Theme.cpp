@@ -155,6 +155,8 @@ void Theme::setIncreasedContrast(bool on) {
     emit changed();
 }
 
+QColor Theme::windowBackground() const { return materialColour(Material::window, scheme_); }
+
 QColor Theme::tint() const { return contrast_ ? info(scheme_) : accent(scheme_); }
 
 QColor Theme::backdropOverlay() const {

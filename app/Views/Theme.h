@@ -113,6 +113,11 @@ class Theme : public QObject {
     Q_PROPERTY(int headline MEMBER headline_ CONSTANT)
     Q_PROPERTY(int title3 MEMBER title3_ CONSTANT)
     Q_PROPERTY(int title2 MEMBER title2_ CONSTANT)
+    Q_PROPERTY(int title MEMBER title_ CONSTANT)
+    /// The fixed-pitch face for commands and code.
+    Q_PROPERTY(QString monospace MEMBER monospace_ CONSTANT)
+    /// The window's own background, behind lifted rows and popups.
+    Q_PROPERTY(QColor windowBackground READ windowBackground NOTIFY changed)
 public:
     Theme(std::optional<Material> forcedMaterial, QObject* parent = nullptr);
 
@@ -137,6 +142,7 @@ public:
     QColor warningEmphasisColor() const { return warningEmphasis(); }
     QColor infoColor() const { return info(scheme_); }
     QColor successColor() const { return success(scheme_); }
+    QColor windowBackground() const;
 
     /// {foreground, background, border (transparent if none)} of a pill; a
     /// function of its arguments only, so a QML binding that passes the
@@ -160,6 +166,8 @@ private:
     int headline_ = 13;
     int title3_ = 15;
     int title2_ = 17;
+    int title_ = 22;
+    QString monospace_ = QStringLiteral("DejaVu Sans Mono");
 };
 
 }  // namespace velmar::ui

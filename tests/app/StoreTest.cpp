@@ -65,11 +65,16 @@ TEST(panel_model, notifies_only_the_properties_whose_value_changed) {
         {[](Model& m) { m.settingsLoaded = true; }, {"settingsLoadedChanged", "showsOnboardingChanged"}},
         {[](Model& m) { m.reposLoaded = true; }, {"reposLoadedChanged"}},
         {[](Model& m) { m.repos.push_back(Repo{.id = 1, .name = "a/b"}); }, {"hasReposChanged"}},
+        {[](Model& m) { m.gh = GhStatus::missing; }, {"ghChanged"}},
+        {[](Model& m) { m.brewInstalled = true; }, {"brewInstalledChanged"}},
+        {[](Model& m) { m.browsers.push_back(Browser{.id = 1, .name = "Firefox", .app = "Firefox", .running = true}); },
+         {"previewMenuChanged"}},
         {[](Model& m) { m.addText = "x"; }, {}},
     };
     for (auto [change, expected] : rows) {
         Store store(answer(change), nullptr);
-        ui::PanelModel panel(store);
+        ui::BrowserIcons icons([](const std::string&) { return std::nullopt; });
+        ui::PanelModel panel(store, icons);
         std::vector<std::unique_ptr<QSignalSpy>> spies;
         const QMetaObject* meta = panel.metaObject();
         for (int i = meta->methodOffset(); i < meta->methodCount(); ++i)

@@ -1,0 +1,108 @@
+// The warning above the list when gh cannot be used: not installed, or
+// signed out. It says what is wrong and offers the one step that helps; in
+// the narrowest panel that step sits under the text.
+import QtQuick
+import QtQuick.Layouts
+
+Item {
+    id: banner
+    required property var panel
+    required property var theme
+    required property string widthClass
+
+    readonly property bool missing: panel.gh === "missing"
+    readonly property bool narrow: widthClass === "minimal"
+    readonly property string title: missing ? "The GitHub CLI isn't installed" : "You're signed out of the GitHub CLI"
+    readonly property string mono: "<font face=\"" + theme.monospace + "\">%1</font>"
+    readonly property string detail: missing
+        ? "Velmar reads your pull requests through " + mono.arg("gh") + ", and has no other way in."
+        : "Run " + mono.arg(panel.ghLoginCommand) + " in a terminal, then hit Refresh."
+    readonly property string plainDetail: missing
+        ? "Velmar reads your pull requests through gh, and has no other way in."
+        : "Run " + panel.ghLoginCommand + " in a terminal, then hit Refresh."
+
+    implicitHeight: layout.implicitHeight + 12
+
+    Accessible.role: Accessible.AlertMessage
+    Accessible.name: title
+
+    Rectangle {
+        anchors.fill: parent
+        radius: 7
+        color: banner.theme.warning
+        opacity: 0.12
+    }
+    Rectangle {
+        anchors.fill: parent
+        radius: 7
+        color: "transparent"
+        border.width: 0.5
+        border.color: Qt.rgba(banner.theme.warning.r, banner.theme.warning.g, banner.theme.warning.b, 0.3)
+    }
+
+    RowLayout {
+        id: layout
+        x: 10
+        y: 6
+        width: parent.width - 20
+        spacing: 8
+
+        SymbolIcon {
+            Layout.alignment: banner.narrow ? Qt.AlignTop : Qt.AlignVCenter
+            Layout.topMargin: banner.narrow ? 2 : 0
+            name: "exclamationmark.triangle.fill"
+            color: banner.theme.warning
+            size: banner.theme.callout
+        }
+        ColumnLayout {
+            Layout.fillWidth: true
+            Layout.alignment: banner.narrow ? Qt.AlignTop : Qt.AlignVCenter
+            spacing: 1
+            Text {
+                Layout.fillWidth: true
+                text: banner.title
+                color: banner.theme.primary
+                font.pixelSize: banner.theme.callout
+                font.weight: Font.DemiBold
+                wrapMode: Text.Wrap
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
+            Text {
+                Layout.fillWidth: true
+                text: banner.detail
+                textFormat: Text.StyledText
+                color: banner.theme.secondary
+                font.pixelSize: banner.theme.caption
+                wrapMode: Text.Wrap
+                Accessible.role: Accessible.StaticText
+                Accessible.name: banner.plainDetail
+            }
+            Loader {
+                active: banner.narrow
+                visible: active
+                Layout.topMargin: 4
+                sourceComponent: action
+            }
+        }
+        Loader {
+            active: !banner.narrow
+            visible: active
+            Layout.alignment: Qt.AlignVCenter
+            sourceComponent: action
+        }
+    }
+
+    Component {
+        id: action
+        PushButton {
+            theme: banner.theme
+            small: true
+            text: banner.missing ? "Install instructions" : "Copy"
+            tooltip: banner.missing ? "" : "Copy command"
+            Accessible.name: banner.missing ? text : "Copy command"
+            onClicked: banner.missing ? banner.panel.send({ msg: "open_install_page" })
+                                      : banner.panel.send({ msg: "copy_command", command: banner.panel.ghLoginCommand })
+        }
+    }
+}

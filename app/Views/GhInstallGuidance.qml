@@ -1,0 +1,50 @@
+// How to get the GitHub CLI: the Homebrew command when Homebrew is there,
+// else the way to the install page ("Install guide" when the full title
+// does not fit).
+import QtQuick
+
+Item {
+    id: guidance
+    required property var panel
+    required property var theme
+
+    // The short title's width, so the choice of title never feeds back into the width offered.
+    implicitWidth: panel.brewInstalled ? brew.implicitWidth : shortTitle.advanceWidth + 22
+    implicitHeight: panel.brewInstalled ? brew.implicitHeight : page.implicitHeight
+
+    Column {
+        id: brew
+        visible: guidance.panel.brewInstalled
+        spacing: 6
+        CommandWell {
+            panel: guidance.panel
+            theme: guidance.theme
+            command: guidance.panel.brewInstallCommand
+        }
+        PushButton {
+            theme: guidance.theme
+            linkStyle: true
+            textSize: guidance.theme.callout
+            text: "Other ways to install"
+            onClicked: guidance.panel.send({ msg: "open_install_page" })
+        }
+    }
+    PushButton {
+        id: page
+        visible: !guidance.panel.brewInstalled
+        theme: guidance.theme
+        readonly property bool fits: guidance.width <= 0 || full.advanceWidth + 22 <= guidance.width
+        text: fits ? "Install instructions" : "Install guide"
+        onClicked: guidance.panel.send({ msg: "open_install_page" })
+        TextMetrics {
+            id: full
+            text: "Install instructions"
+            font.pixelSize: guidance.theme.body
+        }
+        TextMetrics {
+            id: shortTitle
+            text: "Install guide"
+            font.pixelSize: guidance.theme.body
+        }
+    }
+}

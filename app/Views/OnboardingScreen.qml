@@ -1,0 +1,195 @@
+// The first-run screen: what Velmar is, and a live check that the GitHub CLI
+// is installed and signed in. The steps follow the core's re-checks; the user
+// goes on with "Continue" once signed in, or skips.
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Layouts
+
+Flickable {
+    id: screen
+    required property var panel
+    required property var theme
+    required property string widthClass
+
+    readonly property real inset: widthClass === "minimal" ? 12 : 24
+    readonly property bool installed: panel.ghInstalled
+    readonly property bool signedIn: panel.gh === "ok"
+
+    contentWidth: width
+    contentHeight: Math.max(height, content.implicitHeight + 48)
+    boundsBehavior: Flickable.StopAtBounds
+    clip: true
+    ScrollBar.vertical: ScrollBar { policy: ScrollBar.AsNeeded }
+
+    // Return is the default action: "Continue", once it can be pressed.
+    Shortcut {
+        sequences: ["Return", "Enter"]
+        enabled: screen.visible && screen.signedIn
+        onActivated: screen.panel.send({ msg: "onboarding_continue" })
+    }
+
+    ColumnLayout {
+        id: content
+        x: screen.inset
+        width: screen.width - 2 * screen.inset
+        y: Math.max(24, (screen.contentHeight - implicitHeight) / 2)
+        spacing: 18
+
+        ColumnLayout {
+            Layout.alignment: Qt.AlignHCenter
+            Layout.fillWidth: true
+            spacing: 8
+            AppMark {
+                Layout.alignment: Qt.AlignHCenter
+                theme: screen.theme
+                size: 36
+            }
+            Text {
+                Layout.alignment: Qt.AlignHCenter
+                Layout.maximumWidth: content.width
+                text: "Welcome to Velmar"
+                color: screen.theme.primary
+                font.pixelSize: screen.theme.title
+                font.weight: Font.DemiBold
+                wrapMode: Text.Wrap
+                horizontalAlignment: Text.AlignHCenter
+                Accessible.role: Accessible.Heading
+                Accessible.name: text
+            }
+            Text {
+                Layout.alignment: Qt.AlignHCenter
+                Layout.preferredWidth: Math.min(420, content.width)
+                text: "Velmar shows the open pull requests across the repositories you watch, with one-click links to each PR and its preview deployment. It reads everything through the GitHub CLI you already use, and never asks for a token."
+                color: screen.theme.secondary
+                font.pixelSize: screen.theme.body
+                wrapMode: Text.Wrap
+                horizontalAlignment: Text.AlignHCenter
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
+        }
+
+        Item {
+            id: card
+            Layout.alignment: Qt.AlignHCenter
+            Layout.preferredWidth: Math.min(440, content.width)
+            implicitHeight: steps.implicitHeight + 24
+            Rectangle {
+                anchors.fill: parent
+                radius: 8
+                color: screen.theme.primary
+                opacity: 0.045
+            }
+            Rectangle {
+                anchors.fill: parent
+                radius: 8
+                color: "transparent"
+                border.width: 0.5
+                border.color: Qt.rgba(screen.theme.primary.r, screen.theme.primary.g, screen.theme.primary.b, 0.08)
+            }
+            ColumnLayout {
+                id: steps
+                x: 12
+                y: 12
+                width: parent.width - 24
+                spacing: 12
+
+                OnboardingStep {
+                    Layout.fillWidth: true
+                    theme: screen.theme
+                    done: screen.installed
+                    title: "The GitHub CLI (<font face=\"" + screen.theme.monospace + "\">gh</font>) is installed"
+                    plainTitle: "The GitHub CLI (gh) is installed"
+                    GhInstallGuidance {
+                        visible: screen.panel.gh === "missing"
+                        Layout.fillWidth: true
+                        Layout.topMargin: 0
+                        panel: screen.panel
+                        theme: screen.theme
+                    }
+                }
+                Rectangle {
+                    Layout.fillWidth: true
+                    height: 1
+                    color: screen.theme.quaternary
+                }
+                OnboardingStep {
+                    Layout.fillWidth: true
+                    theme: screen.theme
+                    done: screen.signedIn
+                    muted: !screen.installed
+                    title: "You're signed in to GitHub"
+                    CommandWell {
+                        visible: screen.panel.gh === "logged_out"
+                        panel: screen.panel
+                        theme: screen.theme
+                        command: screen.panel.ghLoginCommand
+                    }
+                }
+            }
+        }
+
+        // What the re-checking is doing right now.
+        Item {
+            Layout.alignment: Qt.AlignHCenter
+            implicitWidth: checking.visible ? checking.implicitWidth : recheck.implicitWidth
+            implicitHeight: screen.signedIn ? 0 : Math.max(checking.implicitHeight, recheck.implicitHeight)
+            visible: !screen.signedIn
+            Row {
+                id: checking
+                visible: screen.panel.gh === "unknown"
+                spacing: 6
+                Accessible.role: Accessible.StaticText
+                Accessible.name: "Checking..."
+                RepoSpinner {
+                    anchors.verticalCenter: parent.verticalCenter
+                    theme: screen.theme
+                    Accessible.ignored: true
+                }
+                Text {
+                    anchors.verticalCenter: parent.verticalCenter
+                    text: "Checking..."
+                    color: screen.theme.secondary
+                    font.pixelSize: screen.theme.callout
+                    Accessible.ignored: true
+                }
+            }
+            Text {
+                id: recheck
+                visible: screen.panel.gh === "missing" || screen.panel.gh === "logged_out"
+                text: "Re-checking every few seconds."
+                color: screen.theme.secondary
+                font.pixelSize: screen.theme.callout
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
+        }
+
+        // Side by side when both fit, else stacked.
+        GridLayout {
+            id: buttons
+            Layout.alignment: Qt.AlignHCenter
+            readonly property bool fits: skip.implicitWidth + go.implicitWidth + 8 <= content.width
+            columns: fits ? 2 : 1
+            columnSpacing: 8
+            rowSpacing: 8
+            PushButton {
+                id: skip
+                Layout.alignment: Qt.AlignHCenter
+                theme: screen.theme
+                text: "Skip for now"
+                onClicked: screen.panel.send({ msg: "onboarding_skip" })
+            }
+            PushButton {
+                id: go
+                Layout.alignment: Qt.AlignHCenter
+                theme: screen.theme
+                prominent: true
+                enabled: screen.signedIn
+                text: "Continue"
+                Accessible.defaultButton: true
+                onClicked: screen.panel.send({ msg: "onboarding_continue" })
+            }
+        }
+    }
+}

@@ -1,0 +1,35 @@
+// The number of a pull request as a link. A hidden copy of the group's
+// number template sets its width, so the titles of a group line up; the
+// visible number is underlined while the core says the row is hovered.
+import QtQuick
+
+PlainButton {
+    id: link
+    property string numberText
+    property string numberTemplate
+    property bool underlined: false
+
+    link: true
+    focusRadius: 3
+    implicitWidth: Math.max(template.implicitWidth, number.implicitWidth)
+    implicitHeight: number.implicitHeight
+
+    contentItem: Item {
+        Text {
+            id: template
+            visible: false
+            text: link.numberTemplate
+            font: number.font
+        }
+        Text {
+            id: number
+            anchors.verticalCenter: parent.verticalCenter
+            text: link.numberText
+            color: link.theme.increasedContrast ? link.theme.primary : link.theme.tint
+            font.pixelSize: link.theme.body
+            font.weight: Font.Medium
+            font.underline: link.underlined
+            Accessible.ignored: true
+        }
+    }
+}

@@ -1,0 +1,133 @@
+// One open pull request: its number as a link, the title, a draft marker,
+// the author where there is room, and the preview button when a preview is
+// known. The row keeps its height of 24 whatever the title holds.
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Layouts
+
+FocusScope {
+    id: row
+    required property var theme
+    required property var panel
+    required property string widthClass
+    required property var previewMenu
+    required property int index
+    required property var prId
+    required property string numberText
+    required property string numberTemplate
+    required property string title
+    required property string author
+    required property string authorTooltip
+    required property bool isDraft
+    required property bool hovered
+    required property bool hasPreview
+    required property string previewTooltip
+    required property string openLabel
+    required property string previewLabel
+
+    implicitHeight: 24
+
+    Accessible.role: Accessible.ListItem
+    Accessible.name: title
+
+    // The author stands in the row when there is room; else it is the row's tooltip.
+    HoverHandler { id: rowHover }
+    ToolTip.text: row.widthClass === "regular" ? "" : row.authorTooltip
+    ToolTip.visible: rowHover.hovered && !preview.hovered && ToolTip.text.length > 0
+    ToolTip.delay: 700
+
+    RowLayout {
+        id: layout
+        // What the fixed items take; the title gets the rest, up to its own width.
+        readonly property real fixedWidth: link.implicitWidth + spacing + (draft.visible ? draft.implicitWidth + spacing : 0)
+            + (author.visible ? author.implicitWidth + spacing : 0) + spacing + 4
+            + (preview.visible ? preview.implicitWidth + spacing : 0)
+        x: 14 + 20
+        width: parent.width - x - 14
+        height: 24
+        spacing: row.widthClass === "minimal" ? 6 : 8
+
+        PRNumberLink {
+            id: link
+            Layout.alignment: Qt.AlignVCenter
+            theme: row.theme
+            numberText: row.numberText
+            numberTemplate: row.numberTemplate
+            underlined: row.hovered
+            text: row.openLabel
+            onClicked: row.panel.send({ msg: "open_pr", id: row.prId })
+            onHoveredChanged: row.panel.send({ msg: hovered ? "hover_pr" : "unhover_pr", id: row.prId })
+            onMenuRequested: (x, y) => linkMenu.openAt(link, x, y)
+            onActiveFocusChanged: if (activeFocus) row.ListView.view.positionViewAtIndex(row.index, ListView.Contain)
+        }
+        Text {
+            Layout.preferredWidth: Math.max(0, Math.min(implicitWidth, layout.width - layout.fixedWidth))
+            text: row.title
+            textFormat: Text.PlainText
+            color: row.theme.primary
+            font.pixelSize: row.theme.body
+            elide: Text.ElideRight
+            maximumLineCount: 1
+            wrapMode: Text.NoWrap
+            horizontalAlignment: Text.AlignLeft
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
+        }
+        DraftMarker {
+            id: draft
+            visible: row.isDraft
+            theme: row.theme
+            widthClass: row.widthClass
+        }
+        Text {
+            id: author
+            visible: row.widthClass === "regular"
+            text: row.author
+            textFormat: Text.PlainText
+            color: row.theme.secondary
+            font.pixelSize: row.theme.callout
+            maximumLineCount: 1
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
+        }
+        Item { Layout.fillWidth: true; Layout.minimumWidth: 4 }
+        PreviewButton {
+            id: preview
+            visible: row.hasPreview
+            theme: row.theme
+            text: row.previewLabel
+            tooltip: row.previewTooltip
+            onClicked: row.panel.send({ msg: "open_preview", id: row.prId })
+            onMenuRequested: (x, y) => previewMenu.openAt(preview, x, y)
+            onActiveFocusChanged: if (activeFocus) row.ListView.view.positionViewAtIndex(row.index, ListView.Contain)
+        }
+    }
+
+    PanelMenu {
+        id: linkMenu
+        theme: row.theme
+        PanelMenuItem {
+            theme: row.theme
+            text: "Copy link"
+            onTriggered: row.panel.send({ msg: "copy_pr_link", id: row.prId })
+        }
+    }
+
+    PanelMenu {
+        id: previewMenu
+        theme: row.theme
+        Instantiator {
+            // Only rows with a preview ever build their menu.
+            model: row.hasPreview ? row.previewMenu : []
+            delegate: PanelMenuItem {
+                required property var modelData
+                theme: row.theme
+                separator: modelData.kind === "separator"
+                text: modelData.title || ""
+                onTriggered: row.panel.send(Object.assign({ id: row.prId }, modelData.message))
+            }
+            onObjectAdded: (index, object) => previewMenu.insertItem(index, object)
+            onObjectRemoved: (index, object) => previewMenu.removeItem(object)
+        }
+    }
+}

@@ -1,0 +1,128 @@
+// Projection of the model onto the rows of the screens' lists.
+#include "PanelLists.h"
+
+#include <QString>
+#include <QUrl>
+#include <QVariantMap>
+
+#include "BrowserIcons.h"
+#include "RepoGroup.h"
+#include "Text.h"
+
+namespace velmar::ui::PanelLists {
+
+namespace {
+
+QString q(const std::string& s) { return QString::fromStdString(s); }
+
+// The values of one row, in the order of `roles`; roles a row does not set
+// stay null, so a heading and a pull request can share one list.
+DiffListModel::Row makeRow(const QList<QByteArray>& roles, QString key, const QVariantMap& values) {
+    DiffListModel::Row row{std::move(key), {}};
+    row.values.reserve(roles.size());
+    for (const QByteArray& role : roles) row.values.append(values.value(QString::fromLatin1(role)));
+    return row;
+}
+
+}  // namespace
+
+QList<QByteArray> prRoles() {
+    return {"kind",        "repoId",   "groupIndex",     "name",       "spinning",
+            "failed",      "count",    "countLabel",     "loadingLabel", "prId",
+            "number",      "numberText", "numberTemplate", "title",    "author",
+            "authorTooltip", "isDraft", "hovered",       "hasPreview", "previewTooltip",
+            "openLabel",   "previewLabel"};
+}
+
+std::vector<DiffListModel::Row> prRows(const Model& model) {
+    static const QList<QByteArray> roles = prRoles();
+    const std::vector<ListRow> rows = model.listRows();
+    std::vector<DiffListModel::Row> out;
+    out.reserve(rows.size());
+    int groupIndex = 0;
+    for (const RepoGroup& group : RepoGroup::make(rows)) {
+        const Repo& repo = group.repo;
+        const QVariant repoId = qint64(repo.id);
+        out.push_back(makeRow(roles, q(ListRow{repo}.id()),
+                              {{"kind", QStringLiteral("header")},
+                               {"repoId", repoId},
+                               {"groupIndex", groupIndex},
+                               {"name", q(repo.name)},
+                               {"spinning", repo.state != RepoState::ok},
+                               {"failed", repo.failed},
+                               {"count", qint64(repo.count)},
+                               {"countLabel", QStringLiteral("%1 open").arg(repo.count)},
+                               {"loadingLabel", QStringLiteral("Loading ") + q(repo.name)}}));
+        const QString numberTemplate = q(group.numberTemplate());
+        for (const PR& pr : group.prs) {
+            out.push_back(makeRow(
+                roles, q(ListRow{pr}.id()),
+                {{"kind", QStringLiteral("pr")},
+                 {"repoId", repoId},
+                 {"groupIndex", groupIndex},
+                 {"prId", qint64(pr.id)},
+                 {"number", qint64(pr.number)},
+                 {"numberText", QStringLiteral("#%1").arg(pr.number)},
+                 {"numberTemplate", numberTemplate},
+                 {"title", q(text::trimWhitespaceAndNewlines(pr.title))},
+                 {"author", q(pr.author)},
+                 {"authorTooltip", QStringLiteral("by ") + q(pr.author)},
+                 {"isDraft", pr.isDraft},
+                 {"hovered", model.hoveredPr == pr.id},
+                 {"hasPreview", !pr.preview.empty()},
+                 {"previewTooltip", q(previewTooltip(pr.previewSource))},
+                 {"openLabel", q(openPrLabel(pr.number))},
+                 {"previewLabel", q(openPreviewLabel(pr.number))}}));
+        }
+        ++groupIndex;
+    }
+    return out;
+}
+
+QList<QByteArray> browserRoles() {
+    return {"browserId", "name", "initials", "isDefault", "selected", "iconSource"};
+}
+
+std::vector<DiffListModel::Row> browserRows(const Model& model, BrowserIcons& icons) {
+    static const QList<QByteArray> roles = browserRoles();
+    const Browser* selected = model.selectedBrowserEntry();
+    std::vector<DiffListModel::Row> out;
+    for (const Browser& b : model.visibleBrowsers()) {
+        const QString icon =
+            icons.has(b.app)
+                ? QStringLiteral("image://browser/") + QString::fromLatin1(QUrl::toPercentEncoding(q(b.app)))
+                : QString();
+        out.push_back(makeRow(roles, QString::number(b.id),
+                              {{"browserId", qint64(b.id)},
+                               {"name", q(b.name)},
+                               {"initials", q(b.initials)},
+                               {"isDefault", b.isSystemDefault()},
+                               {"selected", selected != nullptr && selected->id == b.id},
+                               {"iconSource", icon}}));
+    }
+    return out;
+}
+
+QVariantList previewMenu(const Model& model) {
+    QVariantList items;
+    // The menu does not depend on the row it is offered for; each item holds
+    // its message, which the row completes with its own "id".
+    for (const PreviewMenuItem& item : model.previewMenu(PR{})) {
+        if (const auto* open = std::get_if<menu::Open>(&item)) {
+            QVariantMap message{{"msg", QStringLiteral("open_preview")}};
+            if (open->browser) message.insert("browser", qint64(*open->browser));
+            items.append(QVariantMap{{"kind", QStringLiteral("open")},
+                                     {"title", q(open->title)},
+                                     {"message", message}});
+        } else if (const auto* copy = std::get_if<menu::Copy>(&item)) {
+            items.append(QVariantMap{{"kind", QStringLiteral("copy")},
+                                     {"title", q(copy->title)},
+                                     {"message", QVariantMap{{"msg", QStringLiteral("copy_preview")}}}});
+        } else {
+            items.append(QVariantMap{{"kind", QStringLiteral("separator")}});
+        }
+    }
+    return items;
+}
+
+}  // namespace velmar::ui::PanelLists

@@ -1,0 +1,50 @@
+// A context menu in the panel's colours. Items are PanelMenuItem; the menu
+// opens at a point of the item that asked for it and takes keyboard focus,
+// so the arrows, Return and Escape work at once.
+import QtQuick
+import QtQuick.Templates as T
+
+T.Menu {
+    id: menu
+    required property var theme
+
+    /// Opens at (x, y) in `item`'s coordinates.
+    function openAt(item, x, y) {
+        menu.parent = item
+        menu.popup(item, x, y)
+        menu.currentIndex = -1
+        menu.forceActiveFocus()
+    }
+
+    padding: 4
+    margins: 4
+    modal: false
+    focus: true
+    implicitWidth: Math.max(160, contentItem.implicitWidth + leftPadding + rightPadding)
+    implicitHeight: contentItem.implicitHeight + topPadding + bottomPadding
+
+    delegate: PanelMenuItem { theme: menu.theme }
+
+    contentItem: ListView {
+        implicitHeight: contentHeight
+        implicitWidth: {
+            let widest = 0
+            for (let i = 0; i < count; ++i) {
+                const item = menu.itemAt(i)
+                if (item) widest = Math.max(widest, item.implicitWidth)
+            }
+            return widest
+        }
+        model: menu.contentModel
+        interactive: false
+        clip: true
+        currentIndex: menu.currentIndex
+    }
+
+    background: Rectangle {
+        radius: 7
+        color: menu.theme.windowBackground
+        border.width: 0.5
+        border.color: menu.theme.tertiary
+    }
+}

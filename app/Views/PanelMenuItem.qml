@@ -1,0 +1,54 @@
+// One entry of a PanelMenu, or a thin divider when `separator` is set.
+// Pointer, keyboard (arrows, Return, Space) and a screen reader's Press all
+// trigger it.
+import QtQuick
+import QtQuick.Templates as T
+
+T.MenuItem {
+    id: item
+    required property var theme
+    property bool separator: false
+
+    enabled: !separator
+    hoverEnabled: true
+    implicitWidth: separator ? 0 : label.implicitWidth + 24
+    implicitHeight: separator ? 9 : 22
+
+    Accessible.role: separator ? Accessible.Separator : Accessible.MenuItem
+    Accessible.name: text
+    Accessible.onPressAction: item.activate()
+
+    function activate() {
+        if (!item.enabled) return
+        item.triggered()
+        if (item.menu) item.menu.dismiss()
+    }
+    Keys.onReturnPressed: activate()
+    Keys.onEnterPressed: activate()
+
+    background: Rectangle {
+        visible: !item.separator
+        radius: 4
+        color: item.theme.tint
+        opacity: item.highlighted || item.hovered ? 1 : 0
+    }
+    contentItem: Item {
+        Text {
+            id: label
+            visible: !item.separator
+            anchors.verticalCenter: parent.verticalCenter
+            x: 8
+            text: item.text
+            textFormat: Text.PlainText
+            color: item.highlighted || item.hovered ? "white" : item.theme.primary
+            font.pixelSize: item.theme.body
+        }
+        Rectangle {
+            visible: item.separator
+            anchors.verticalCenter: parent.verticalCenter
+            width: parent.width
+            height: 1
+            color: item.theme.quaternary
+        }
+    }
+}

@@ -1,0 +1,58 @@
+// The base of every clickable control of the panel. Tab reaches it and draws
+// a focus ring; Space, Return and Enter activate it, as does a screen
+// reader's Press; right click and the menu key ask for its context menu.
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Templates as T
+
+T.AbstractButton {
+    id: control
+    required property var theme
+    property string tooltip
+    /// A link: the pointing hand, and the link role for assistive tools.
+    property bool link: false
+    property real focusRadius: 6
+
+    /// Right click (at the pointer) or the menu key (under the control).
+    signal menuRequested(real x, real y)
+
+    implicitWidth: implicitContentWidth + leftPadding + rightPadding
+    implicitHeight: implicitContentHeight + topPadding + bottomPadding
+    hoverEnabled: true
+    focusPolicy: Qt.StrongFocus
+
+    Accessible.role: link ? Accessible.Link : Accessible.Button
+    Accessible.name: text
+    Accessible.description: tooltip
+    Accessible.focusable: true
+    Accessible.onPressAction: if (control.enabled) control.clicked()
+
+    Keys.onReturnPressed: if (control.enabled) control.clicked()
+    Keys.onEnterPressed: if (control.enabled) control.clicked()
+    Keys.onPressed: (event) => {
+        if (event.key === Qt.Key_Menu) {
+            control.menuRequested(0, control.height)
+            event.accepted = true
+        }
+    }
+
+    ToolTip.text: tooltip
+    ToolTip.visible: hovered && tooltip.length > 0
+    ToolTip.delay: 700
+
+    HoverHandler {
+        cursorShape: control.link ? Qt.PointingHandCursor : Qt.ArrowCursor
+    }
+    TapHandler {
+        acceptedButtons: Qt.RightButton
+        onTapped: (point) => control.menuRequested(point.position.x, point.position.y)
+    }
+
+    FocusRing {
+        anchors.fill: parent
+        anchors.margins: -2
+        target: control
+        theme: control.theme
+        radius: control.focusRadius
+    }
+}

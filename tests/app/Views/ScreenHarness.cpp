@@ -1,0 +1,142 @@
+// The in-process screen harness.
+#include "ScreenHarness.h"
+
+#include <gtest/gtest.h>
+
+#include <QTest>
+#include <functional>
+
+#include "Json.h"
+#include "Views/PanelView.h"
+
+namespace velmar::testing {
+
+namespace {
+
+void walk(QAccessibleInterface* node, const std::function<bool(QAccessibleInterface*)>& visit) {
+    // What is not shown is not there for a reader either.
+    if (node == nullptr || !node->isValid() || node->state().invisible) return;
+    if (visit(node)) return;
+    for (int i = 0; i < node->childCount(); ++i) walk(node->child(i), visit);
+}
+
+// Firefox has an icon; every other browser falls back to its initials.
+std::optional<QImage> fakeIcon(const std::string& app) {
+    if (app != "Firefox") return std::nullopt;
+    QImage image(16, 16, QImage::Format_ARGB32);
+    image.fill(Qt::red);
+    return image;
+}
+
+}  // namespace
+
+ScreenHarness::ScreenHarness()
+    : store_(
+          [this](const Model& model, const Msg& msg) -> std::pair<Model, Effects> {
+              if (seed_) {
+                  Model next = std::move(*seed_);
+                  seed_.reset();
+                  return {std::move(next), {}};
+              }
+              sent_.push_back(msg);
+              return {model, {}};
+          },
+          nullptr),
+      theme_(std::nullopt),
+      icons_(fakeIcon),
+      panel_(store_, icons_) {}
+
+void ScreenHarness::setModel(const Model& model) {
+    seed_ = model;
+    store_.send(msg::Boot{});
+}
+
+void ScreenHarness::show(const Model& model, int width, bool dark) {
+    setModel(model);
+    theme_.setDark(dark);
+    if (!loaded_) {
+        const QStringList errors = ui::loadPanel(view_, panel_, theme_, icons_);
+        EXPECT_TRUE(errors.isEmpty()) << errors.join('\n').toStdString();
+        loaded_ = true;
+    }
+    view_.resize(width, 600);
+    view_.show();
+    EXPECT_TRUE(QTest::qWaitForWindowExposed(&view_));
+    QTest::qWait(50);  // let the layouts settle
+}
+
+std::vector<std::string> ScreenHarness::takeSent() {
+    std::vector<std::string> out;
+    for (const Msg& msg : sent_) out.push_back(dumpCompact(toJson(msg)));
+    sent_.clear();
+    return out;
+}
+
+QAccessibleInterface* ScreenHarness::find(const QString& name) const {
+    QAccessibleInterface* found = nullptr;
+    walk(QAccessible::queryAccessibleInterface(const_cast<QQuickView*>(&view_)), [&](QAccessibleInterface* node) {
+        if (found == nullptr && node->text(QAccessible::Name) == name) found = node;
+        return found != nullptr;
+    });
+    return found;
+}
+
+QStringList ScreenHarness::names() const {
+    QStringList out;
+    walk(QAccessible::queryAccessibleInterface(const_cast<QQuickView*>(&view_)), [&](QAccessibleInterface* node) {
+        const QString name = node->text(QAccessible::Name);
+        if (!name.isEmpty()) out << name;
+        return false;
+    });
+    return out;
+}
+
+bool ScreenHarness::press(const QString& name) const {
+    QAccessibleInterface* node = find(name);
+    if (node == nullptr || node->actionInterface() == nullptr) return false;
+    const QString action = QAccessibleActionInterface::pressAction();
+    if (!node->actionInterface()->actionNames().contains(action)) return false;
+    node->actionInterface()->doAction(action);
+    return true;
+}
+
+void ScreenHarness::rightClick(const QString& name) {
+    QAccessibleInterface* node = find(name);
+    ASSERT_NE(node, nullptr) << name.toStdString();
+    const QPoint centre = view_.mapFromGlobal(node->rect().center());
+    QTest::mouseClick(&view_, Qt::RightButton, {}, centre);
+}
+
+Model readyModel() {
+    Model m;
+    m.home = "/home/ana";
+    m.settingsLoaded = m.reposLoaded = m.browsersLoaded = true;
+    m.onboarded = true;
+    m.gh = GhStatus::ok;
+    m.flash.reset();
+    return m;
+}
+
+Repo repo(std::int64_t id, const std::string& name, RepoState state, std::int64_t count) {
+    Repo r;
+    r.id = id;
+    r.name = name;
+    r.state = state;
+    r.count = count;
+    return r;
+}
+
+PR pr(std::int64_t repoId, std::int64_t number, const std::string& title, const std::string& preview,
+      std::optional<PreviewSource> source) {
+    PR p;
+    p.id = repoId * 100000 + number;
+    p.repoId = repoId;
+    p.number = number;
+    p.title = title;
+    p.author = "ana";
+    p.preview = preview;
+    p.previewSource = source;
+    return p;
+}
+
+}  // namespace velmar::testing

@@ -1,0 +1,63 @@
+// The panel's screens in-process, offscreen, over a Store whose model the
+// test chooses and whose step records every message instead of running the
+// core; and lookups through the accessibility interface, as a screen reader
+// would see the panel.
+#pragma once
+
+#include <QAccessible>
+#include <QQuickView>
+#include <optional>
+#include <vector>
+
+#include "Model.h"
+#include "Store.h"
+#include "Views/BrowserIcons.h"
+#include "Views/PanelModel.h"
+#include "Views/Theme.h"
+
+namespace velmar::testing {
+
+class ScreenHarness {
+public:
+    ScreenHarness();
+
+    /// Shows the panel with `model`, `width` points wide, in `scheme`.
+    void show(const Model& model, int width = 520, bool dark = true);
+    /// Replaces the model, as a step of the core would.
+    void setModel(const Model& model);
+
+    /// Messages sent since the last call, as compact JSON, and forgets them.
+    std::vector<std::string> takeSent();
+
+    /// The first accessible element named `name` (depth first, in the order
+    /// of the tree), or null.
+    QAccessibleInterface* find(const QString& name) const;
+    /// All names in the tree, for messages.
+    QStringList names() const;
+    /// Presses `name` through its accessibility action; false if there is no
+    /// such element or it has no Press action.
+    bool press(const QString& name) const;
+    /// Right click on the centre of `name`'s element.
+    void rightClick(const QString& name);
+
+    QQuickView& view() { return view_; }
+    ui::PanelModel& panel() { return panel_; }
+
+private:
+    std::optional<Model> seed_;
+    std::vector<Msg> sent_;
+    Store store_;
+    ui::Theme theme_;
+    ui::BrowserIcons icons_;
+    ui::PanelModel panel_;
+    QQuickView view_;
+    bool loaded_ = false;
+};
+
+/// A model as after start-up: onboarded, every file read, gh signed in.
+Model readyModel();
+Repo repo(std::int64_t id, const std::string& name, RepoState state = RepoState::ok, std::int64_t count = 0);
+PR pr(std::int64_t repoId, std::int64_t number, const std::string& title, const std::string& preview = "",
+      std::optional<PreviewSource> source = std::nullopt);
+
+}  // namespace velmar::testing
