@@ -211,3 +211,25 @@ TEST_F(list_screen, a_refresh_keeps_scroll_position_and_an_open_menu) {
 
 }  // namespace
 }  // namespace velmar::testing
+
+namespace velmar::testing {
+namespace {
+
+TEST(list_screen_pointer, hovering_a_number_tells_the_core_and_it_underlines) {
+    ScreenHarness h;
+    Model m = readyModel();
+    m.repos = {repo(1, "acme/web", RepoState::ok, 1)};
+    m.prs = {pr(1, 7, "Fix login")};
+    h.show(m);
+    h.takeSent();
+    const QPoint link = h.view().mapFromGlobal(h.find("Open pull request #7")->rect().center());
+    QTest::mouseMove(&h.view(), link);
+    QTest::qWait(30);
+    QTest::mouseMove(&h.view(), QPoint(5, 300));
+    QTest::qWait(30);
+    EXPECT_EQ(h.takeSent(), (std::vector<std::string>{R"({"id":100007,"msg":"hover_pr"})",
+                                                      R"({"id":100007,"msg":"unhover_pr"})"}));
+}
+
+}  // namespace
+}  // namespace velmar::testing

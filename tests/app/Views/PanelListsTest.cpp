@@ -1,0 +1,120 @@
+// The projection of the model onto the screens' rows: grouping, the number
+// column, labels and the preview menu's messages.
+#include <gtest/gtest.h>
+
+#include "ScreenHarness.h"
+#include "Views/PanelLists.h"
+#include "Views/RepoGroup.h"
+
+namespace velmar::testing {
+namespace {
+
+using ui::RepoGroup;
+namespace PanelLists = ui::PanelLists;
+
+TEST(repo_group, number_template_holds_the_widest_number_of_its_group) {
+    const std::pair<std::vector<std::int64_t>, const char*> table[] = {
+        {{}, "#0"}, {{7}, "#0"}, {{7, 12}, "#00"}, {{99, 100, 5}, "#000"}, {{123456}, "#000000"},
+    };
+    for (const auto& [numbers, want] : table) {
+        RepoGroup group{repo(1, "a/b"), {}};
+        for (auto n : numbers) group.prs.push_back(pr(1, n, "t"));
+        EXPECT_EQ(group.numberTemplate(), want);
+    }
+}
+
+TEST(repo_group, make_opens_a_group_at_each_heading) {
+    const std::vector<ListRow> rows = {{pr(9, 1, "orphan")}, {repo(1, "a/one")}, {pr(1, 1, "x")},
+                                       {pr(1, 2, "y")},      {repo(2, "a/two")}, {repo(3, "a/three")},
+                                       {pr(3, 5, "z")}};
+    const auto groups = RepoGroup::make(rows);
+    ASSERT_EQ(groups.size(), 3u);
+    EXPECT_EQ(groups[0].prs.size(), 2u);
+    EXPECT_TRUE(groups[1].prs.empty());
+    EXPECT_EQ(groups[2].prs.front().number, 5);
+}
+
+TEST(panel_lists, pr_rows_carry_what_each_delegate_shows_and_says) {
+    Model m = readyModel();
+    m.repos = {repo(1, "acme/web", RepoState::queued, 3), repo(2, "acme/api", RepoState::ok, 0)};
+    m.prs = {pr(1, 7, " \t Fix\u00a0login \n", "https://p.example", PreviewSource::detected), pr(1, 12, "Two")};
+    m.prs[0].author = "<b>bob</b>";
+    m.hoveredPr = m.prs[1].id;
+    const auto rows = PanelLists::prRows(m);
+    ASSERT_EQ(rows.size(), 4u);
+    ui::DiffListModel model(PanelLists::prRoles());
+    model.update(rows);
+    auto at = [&](int row, const char* role) { return model.get(row, role); };
+
+    EXPECT_EQ(at(0, "key").toString(), "repo-1");
+    EXPECT_EQ(at(0, "kind").toString(), "header");
+    EXPECT_TRUE(at(0, "spinning").toBool()) << "queued spins as loading does";
+    EXPECT_EQ(at(0, "countLabel").toString(), "3 open");
+    EXPECT_EQ(at(0, "loadingLabel").toString(), "Loading acme/web");
+    EXPECT_EQ(at(1, "key").toString(), "pr-100007");
+    EXPECT_EQ(at(1, "title").toString(), "Fix\u00a0login");
+    EXPECT_EQ(at(1, "numberTemplate").toString(), "#00");
+    EXPECT_EQ(at(1, "authorTooltip").toString(), "by <b>bob</b>");
+    EXPECT_EQ(at(1, "previewTooltip").toString(), "Open preview (detected pattern)");
+    EXPECT_EQ(at(1, "openLabel").toString(), "Open pull request #7");
+    EXPECT_EQ(at(1, "previewLabel").toString(), "Open preview for #7");
+    EXPECT_TRUE(at(1, "hasPreview").toBool());
+    EXPECT_FALSE(at(1, "hovered").toBool());
+    EXPECT_TRUE(at(2, "hovered").toBool());
+    EXPECT_FALSE(at(2, "hasPreview").toBool());
+    EXPECT_EQ(at(3, "groupIndex").toInt(), 1);
+    EXPECT_FALSE(at(3, "spinning").toBool());
+}
+
+TEST(panel_lists, preview_tooltip_by_source) {
+    EXPECT_EQ(ui::previewTooltip(PreviewSource::comment), "Open preview (link from the PR's deploy comment)");
+    EXPECT_EQ(ui::previewTooltip(PreviewSource::pattern), "Open preview");
+    EXPECT_EQ(ui::previewTooltip(PreviewSource::detected), "Open preview (detected pattern)");
+    EXPECT_EQ(ui::previewTooltip(std::nullopt), "Open preview");
+}
+
+TEST(panel_lists, browser_rows_mark_the_selection_and_look_each_icon_up_once) {
+    Model m = readyModel();
+    m.browserMode = BrowserMode::manual;
+    m.browsers = {{1, "System default", "", "SD", false, true}, {2, "Google Chrome", "Google Chrome", "GC", true, true},
+                  {3, "Opera", "Opera", "OP", false, false}};
+    m.selectedBrowser = 2;
+    int lookups = 0;
+    ui::BrowserIcons icons([&](const std::string& app) -> std::optional<QImage> {
+        ++lookups;
+        if (app != "Google Chrome") return std::nullopt;
+        QImage image(4, 4, QImage::Format_ARGB32);
+        image.fill(Qt::blue);
+        return image;
+    });
+    ui::DiffListModel model(PanelLists::browserRoles());
+    model.update(PanelLists::browserRows(m, icons));
+    model.update(PanelLists::browserRows(m, icons));
+    ASSERT_EQ(model.count(), 2);
+    EXPECT_TRUE(model.get(0, "isDefault").toBool());
+    EXPECT_EQ(model.get(0, "iconSource").toString(), "");
+    EXPECT_FALSE(model.get(0, "selected").toBool());
+    EXPECT_EQ(model.get(1, "iconSource").toString(), "image://browser/Google%20Chrome");
+    EXPECT_TRUE(model.get(1, "selected").toBool());
+    EXPECT_EQ(lookups, 1) << "the system default needs no lookup, Chrome one";
+    EXPECT_FALSE(ui::BrowserIconProvider(icons).requestImage("Google%20Chrome", nullptr, {}).isNull());
+}
+
+TEST(panel_lists, preview_menu_items_hold_their_messages) {
+    Model m = readyModel();
+    m.browsers = {{1, "System default", "", "SD", false, true}, {2, "Firefox", "Firefox", "FI", true, true}};
+    m.selectedBrowser = 2;
+    const QVariantList menu = PanelLists::previewMenu(m);
+    QStringList got;
+    for (const QVariant& item : menu) {
+        const QVariantMap map = item.toMap();
+        const QVariantMap message = map.value("message").toMap();
+        got << map.value("kind").toString() + ":" + map.value("title").toString() + ":" +
+                   message.value("msg").toString() + ":" + message.value("browser").toString();
+    }
+    EXPECT_EQ(got, QStringList({"open:Open in Firefox:open_preview:", "separator:::", "open:Open in Firefox:open_preview:2",
+                                "separator:::", "copy:Copy preview URL:copy_preview:"}));
+}
+
+}  // namespace
+}  // namespace velmar::testing
