@@ -5,8 +5,9 @@
 #                with delay 0: the capture renders the first frame), 7 runs
 #   resident     VmRSS after 10 s with 20 repos x 40 PRs fed through
 #                VELMAR_DEBUG_SEND, 3 runs
-#   idle CPU     user+system time over 60 idle seconds (timers running), as a
-#                share of one core, 3 runs (set IDLE_SECONDS to shorten)
+#   idle CPU     user+system time over 60 idle seconds (timers running) with
+#                the same rows drawn, as a share of one core, 3 runs (set
+#                IDLE_SECONDS to shorten)
 # Usage: bench/startup.sh <path to velmar>
 set -euo pipefail
 velmar=${1:?usage: startup.sh <velmar>}
@@ -64,12 +65,12 @@ for _ in 1 2 3; do
 done | tee "$work/rss" | tr '\n' ' '
 echo "-> median $(median <"$work/rss") MB"
 
-echo "idle CPU over $idle s (% of one core, 3 runs):"
+echo "idle CPU over $idle s with the 20x40 PRs drawn, nothing loading (% of one core, 3 runs):"
 ticks=$(getconf CLK_TCK)
 for _ in 1 2 3; do
-    "$velmar" 2>/dev/null &
+    VELMAR_DEBUG_SEND="$(cat "$work/feed.json")" VELMAR_DEBUG_SEND_DELAY=1 "$velmar" 2>/dev/null &
     pid=$!
-    sleep 5
+    sleep 8
     a=$(awk '{print $14 + $15}' "/proc/$pid/stat")
     sleep "$idle"
     b=$(awk '{print $14 + $15}' "/proc/$pid/stat")

@@ -55,7 +55,7 @@ Item {
                     model: strip.panel.browsers
                     BrowserTile {
                         theme: strip.theme
-                        onClicked: strip.panel.send({ msg: "select_browser", id: browserId })
+                        activate: () => strip.panel.send({ msg: "select_browser", id: browserId })
                         onActiveFocusChanged: if (activeFocus) scroller.contentX = Math.max(0,
                             Math.min(x + 2 - (scroller.width - width) / 2, scroller.contentWidth - scroller.width))
                     }

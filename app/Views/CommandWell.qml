@@ -50,6 +50,6 @@ Row {
         text: "Copy"
         tooltip: "Copy command"
         Accessible.name: "Copy command " + well.command
-        onClicked: well.panel.send({ msg: "copy_command", command: well.command })
+        activate: () => well.panel.send({ msg: "copy_command", command: well.command })
     }
 }

@@ -46,7 +46,7 @@ Item {
             theme: empty.theme
             prominent: true
             text: "Add repos"
-            onClicked: empty.panel.send({ msg: "navigate", screen: "manage" })
+            activate: () => empty.panel.send({ msg: "navigate", screen: "manage" })
         }
     }
 }

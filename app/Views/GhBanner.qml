@@ -101,7 +101,7 @@ Item {
             text: banner.missing ? "Install instructions" : "Copy"
             tooltip: banner.missing ? "" : "Copy command"
             Accessible.name: banner.missing ? text : "Copy command"
-            onClicked: banner.missing ? banner.panel.send({ msg: "open_install_page" })
+            activate: () => banner.missing ? banner.panel.send({ msg: "open_install_page" })
                                       : banner.panel.send({ msg: "copy_command", command: banner.panel.ghLoginCommand })
         }
     }

@@ -26,7 +26,7 @@ Item {
             linkStyle: true
             textSize: guidance.theme.callout
             text: "Other ways to install"
-            onClicked: guidance.panel.send({ msg: "open_install_page" })
+            activate: () => guidance.panel.send({ msg: "open_install_page" })
         }
     }
     PushButton {
@@ -35,7 +35,7 @@ Item {
         theme: guidance.theme
         readonly property bool fits: guidance.width <= 0 || full.advanceWidth + 22 <= guidance.width
         text: fits ? "Install instructions" : "Install guide"
-        onClicked: guidance.panel.send({ msg: "open_install_page" })
+        activate: () => guidance.panel.send({ msg: "open_install_page" })
         TextMetrics {
             id: full
             text: "Install instructions"

@@ -178,7 +178,7 @@ Flickable {
                 Layout.alignment: Qt.AlignHCenter
                 theme: screen.theme
                 text: "Skip for now"
-                onClicked: screen.panel.send({ msg: "onboarding_skip" })
+                activate: () => screen.panel.send({ msg: "onboarding_skip" })
             }
             PushButton {
                 id: go
@@ -188,7 +188,7 @@ Flickable {
                 enabled: screen.signedIn
                 text: "Continue"
                 Accessible.defaultButton: true
-                onClicked: screen.panel.send({ msg: "onboarding_continue" })
+                activate: () => screen.panel.send({ msg: "onboarding_continue" })
             }
         }
     }

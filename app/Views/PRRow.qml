@@ -55,7 +55,7 @@ FocusScope {
             numberTemplate: row.numberTemplate
             underlined: row.hovered
             text: row.openLabel
-            onClicked: row.panel.send({ msg: "open_pr", id: row.prId })
+            activate: () => row.panel.send({ msg: "open_pr", id: row.prId })
             onHoveredChanged: row.panel.send({ msg: hovered ? "hover_pr" : "unhover_pr", id: row.prId })
             onMenuRequested: (x, y) => linkMenu.openAt(link, x, y)
             onActiveFocusChanged: if (activeFocus) row.ListView.view.positionViewAtIndex(row.index, ListView.Contain)
@@ -97,7 +97,7 @@ FocusScope {
             theme: row.theme
             text: row.previewLabel
             tooltip: row.previewTooltip
-            onClicked: row.panel.send({ msg: "open_preview", id: row.prId })
+            activate: () => row.panel.send({ msg: "open_preview", id: row.prId })
             onMenuRequested: (x, y) => previewMenu.openAt(preview, x, y)
             onActiveFocusChanged: if (activeFocus) row.ListView.view.positionViewAtIndex(row.index, ListView.Contain)
         }

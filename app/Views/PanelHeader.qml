@@ -72,7 +72,7 @@ Item {
                     theme: header.theme
                     on: header.panel.autoRefresh
                     showsTitle: header.widthClass !== "minimal"
-                    onClicked: header.panel.send({ msg: "set_auto", on: !header.panel.autoRefresh })
+                    activate: () => header.panel.send({ msg: "set_auto", on: !header.panel.autoRefresh })
                 }
                 Item { width: header.widthClass === "minimal" ? 2 : 6; height: 1 }
             }
@@ -80,13 +80,13 @@ Item {
                 theme: header.theme
                 systemImage: "arrow.clockwise"
                 label: "Refresh"
-                onClicked: header.panel.send({ msg: "refresh" })
+                activate: () => header.panel.send({ msg: "refresh" })
             }
             HeaderIconButton {
                 theme: header.theme
                 systemImage: "gearshape"
                 label: "Settings"
-                onClicked: header.panel.send({ msg: "navigate", screen: "manage" })
+                activate: () => header.panel.send({ msg: "navigate", screen: "manage" })
             }
         }
     }
@@ -106,7 +106,7 @@ Item {
             theme: header.theme
             systemImage: "chevron.left"
             label: "Back to pull requests"
-            onClicked: header.panel.send({ msg: "navigate", screen: "list" })
+            activate: () => header.panel.send({ msg: "navigate", screen: "list" })
         }
         Text {
             visible: header.widthClass !== "minimal"

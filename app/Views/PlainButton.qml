@@ -13,8 +13,13 @@ T.AbstractButton {
     property bool link: false
     property real focusRadius: 6
 
+    /// What a click, a key or a screen reader's Press does.
+    property var activate: null
+
     /// Right click (at the pointer) or the menu key (under the control).
     signal menuRequested(real x, real y)
+
+    onClicked: if (activate) activate()
 
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: implicitContentHeight + topPadding + bottomPadding

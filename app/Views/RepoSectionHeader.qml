@@ -27,6 +27,8 @@ FocusScope {
     Accessible.role: Accessible.Heading
     Accessible.name: name
     Accessible.focusable: true
+    // A heading does nothing of its own; Press offers its menu.
+    Accessible.onPressAction: menu.openAt(row, 0, row.height)
 
     Keys.onPressed: (event) => {
         if (event.key === Qt.Key_Menu) {
