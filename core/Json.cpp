@@ -7,7 +7,7 @@
 // failures without echoing the input.
 #include "Json.h"
 
-#include <cmath>
+#include <algorithm>
 #include <limits>
 #include <ostream>
 #include <type_traits>
@@ -304,6 +304,9 @@ std::string joinPath(const std::string& prefix, std::string_view key) {
 }
 
 // An integral JSON number that fits in [low, high]; anything else is absent.
+// Parsed text stores every number that names an integer in the 64-bit range as
+// an integer (see integerFromLexeme), so a float here is never one: its value
+// may have been rounded into range on the way, and must not be trusted.
 std::optional<std::int64_t> integral(const Json& v, std::int64_t low, std::int64_t high) {
     std::int64_t i = 0;
     if (v.is_number_unsigned()) {
@@ -312,11 +315,6 @@ std::optional<std::int64_t> integral(const Json& v, std::int64_t low, std::int64
         i = static_cast<std::int64_t>(u);
     } else if (v.is_number_integer()) {
         i = v.get<std::int64_t>();
-    } else if (v.is_number_float()) {
-        // 1.0 and 1e3 name integers; 1.5 and 1e300 do not fit.
-        double d = v.get<double>();
-        if (!std::isfinite(d) || d != std::trunc(d) || d < -0x1p63 || d >= 0x1p63) return {};
-        i = static_cast<std::int64_t>(d);
     } else {
         return {};
     }
@@ -420,6 +418,45 @@ constexpr auto caseDecoders = makeDecoders(std::make_index_sequence<std::variant
 
 // ---- Parsing text ----
 
+// The integer that a JSON number's text names exactly, when it lies in the
+// 64-bit range: "1.0", "2e3" and "-9223372036854775808.0" do, "1.5",
+// "-9223372036854775809" and "1e19" do not. Decided on the digits, since the
+// double that the parser also makes of the text may already be rounded.
+std::optional<std::int64_t> integerFromLexeme(std::string_view text) {
+    const bool negative = !text.empty() && text.front() == '-';
+    if (negative) text.remove_prefix(1);
+    std::string_view mantissa = text.substr(0, text.find_first_of("eE"));
+    std::int64_t scale = 0;  // the value is digits * 10^scale
+    if (mantissa.size() < text.size()) {
+        std::string_view exponent = text.substr(mantissa.size() + 1);
+        const bool down = !exponent.empty() && exponent.front() == '-';
+        if (!exponent.empty() && (exponent.front() == '-' || exponent.front() == '+'))
+            exponent.remove_prefix(1);
+        // Held below a bound that no digit count reaches, so it cannot overflow.
+        for (char c : exponent) scale = std::min<std::int64_t>(scale * 10 + (c - '0'), 1'000'000'000'000);
+        if (down) scale = -scale;
+    }
+    std::string digits;
+    for (char c : mantissa) {
+        if (c == '.') continue;
+        if (!digits.empty() || c != '0') digits += c;  // leading zeros say nothing
+    }
+    if (auto point = mantissa.find('.'); point != std::string_view::npos)
+        scale -= static_cast<std::int64_t>(mantissa.size() - point - 1);
+    if (digits.empty()) return 0;  // zero, whatever its exponent or sign
+    while (scale < 0 && digits.back() == '0') {
+        digits.pop_back();
+        ++scale;
+    }
+    if (scale < 0 || static_cast<std::int64_t>(digits.size()) + scale > 19) return {};
+    std::uint64_t magnitude = 0;  // at most 19 digits: below 2^64
+    for (char c : digits) magnitude = magnitude * 10 + static_cast<std::uint64_t>(c - '0');
+    for (std::int64_t k = 0; k < scale; ++k) magnitude *= 10;
+    constexpr auto limit = static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
+    if (magnitude > limit + (negative ? 1 : 0)) return {};
+    return negative ? static_cast<std::int64_t>(0 - magnitude) : static_cast<std::int64_t>(magnitude);
+}
+
 // Builds the DOM like nlohmann's own parser, but stops at a nesting depth that
 // no message needs, so hostile input costs bounded memory and time.
 class BoundedDomBuilder final : public nlohmann::json_sax<Json> {
@@ -432,7 +469,12 @@ public:
     bool boolean(bool v) override { return add(v); }
     bool number_integer(number_integer_t v) override { return add(v); }
     bool number_unsigned(number_unsigned_t v) override { return add(v); }
-    bool number_float(number_float_t v, const string_t&) override { return add(v); }
+    // A number with a fraction or an exponent, or an integer too large for
+    // the 64-bit types: kept as an integer if its text names one exactly.
+    bool number_float(number_float_t v, const string_t& text) override {
+        if (auto i = integerFromLexeme(text)) return add(*i);
+        return add(v);
+    }
     // The lexer clears its buffer before the next token, so the text can be moved.
     bool string(string_t& v) override { return add(std::move(v)); }
     bool binary(binary_t&) override { return add(nullptr); }  // JSON text has no binary values
@@ -571,13 +613,30 @@ DecodeResult decodeMsg(const Json& value) {
     return decodeOwned(copy);
 }
 
-DecodeResult decodeMsg(std::string_view text) {
+namespace {
+
+// The parsed value, or the words of the failure.
+std::variant<Json, std::string> parse(std::string_view text) {
     Json value;
     BoundedDomBuilder builder(value, text.size());
     bool ok = Json::sax_parse(text.begin(), text.end(), &builder, Json::input_format_t::json,
                               /*strict=*/true);
-    if (!ok) return corrupted(builder.failure());
-    return decodeOwned(value);
+    if (!ok) return builder.failure();
+    return value;
+}
+
+}  // namespace
+
+std::optional<Json> parseJson(std::string_view text) {
+    auto parsed = parse(text);
+    if (auto* value = std::get_if<Json>(&parsed)) return std::move(*value);
+    return std::nullopt;
+}
+
+DecodeResult decodeMsg(std::string_view text) {
+    auto parsed = parse(text);
+    if (auto* failure = std::get_if<std::string>(&parsed)) return corrupted(std::move(*failure));
+    return decodeOwned(std::get<Json>(parsed));
 }
 
 std::string dumpCompact(const Json& value) {

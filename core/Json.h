@@ -5,6 +5,7 @@
 
 #include <nlohmann/json.hpp>
 #include <iosfwd>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -43,9 +44,14 @@ std::string describe(const DecodeError&);
 
 using DecodeResult = std::variant<Msg, DecodeError>;
 
+/// Parses UTF-8 JSON text the way the message decoder does: a number whose
+/// text names an integer in the 64-bit range is stored as an integer, any
+/// other number as a double. Absent when the text is no valid JSON.
+std::optional<Json> parseJson(std::string_view text);
 /// Decodes one message from UTF-8 JSON text.
 DecodeResult decodeMsg(std::string_view text);
-/// Decodes one message from an already parsed JSON value.
+/// Decodes one message from an already parsed JSON value, as parseJson or
+/// toJson give it: an integer key takes only a number stored as an integer.
 DecodeResult decodeMsg(const Json& value);
 
 /// Compact JSON text with sorted keys and "/" unescaped; throws on text that
