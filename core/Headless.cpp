@@ -48,11 +48,10 @@ std::string failureLine(std::int64_t number, const DecodeError& error) {
 
 }  // namespace
 
-std::vector<std::string> run(const std::vector<std::string>& lines) {
-    std::vector<std::string> out;
+void run(std::span<const std::string_view> lines, const Sink& emit) {
     Model model;
     std::int64_t number = 0;
-    for (const auto& line : lines) {
+    for (std::string_view line : lines) {
         ++number;  // every input line counts, also those passed over
         std::string trimmed;
         std::string_view text = line;
@@ -60,17 +59,23 @@ std::vector<std::string> run(const std::vector<std::string>& lines) {
         if (text.empty() || text.front() == '#') continue;
         auto decoded = decodeMsg(text);
         if (const auto* error = std::get_if<DecodeError>(&decoded)) {
-            out.push_back(failureLine(number, *error));
+            emit(failureLine(number, *error));
             continue;
         }
         const Msg& msg = std::get<Msg>(decoded);
         // In place, as `update` would on a copy: the result is the same model.
         Effects effects = model.apply(msg);
-        out.push_back(stepLine(number, msg, effects, model));
+        emit(stepLine(number, msg, effects, model));
     }
     Json final = Json::object();
     final["model"] = toJson(model);
-    out.push_back(encodeOrPlaceholder(final));
+    emit(encodeOrPlaceholder(final));
+}
+
+std::vector<std::string> run(const std::vector<std::string>& lines) {
+    std::vector<std::string_view> views(lines.begin(), lines.end());
+    std::vector<std::string> out;
+    run(views, [&](std::string_view line) { out.emplace_back(line); });
     return out;
 }
 
