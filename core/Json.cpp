@@ -225,48 +225,113 @@ template <> constexpr std::string_view enumName<SuggestionSource>() { return "Su
 template <> constexpr std::string_view enumName<ConfigFile>() { return "ConfigFile"; }
 
 // ---- Writing ----
+//
+// One encoder, two sinks: DomSink builds the nlohmann value that toJson gives,
+// JsonWriter writes the text directly. Both see the same keys and values in
+// the same order, so the text and the document cannot disagree.
 
-Json encode(const std::string& s) { return s; }
-Json encode(bool b) { return b; }
-Json encode(std::int64_t i) { return i; }
-Json encode(std::int32_t i) { return i; }
-Json encode(double d) { return d; }
-template <Enumeration E> Json encode(E e) { return std::string(jsonText(e)); }
-template <Record R> Json encode(const R& r);
-template <typename T> Json encode(const std::vector<T>& list) {
-    Json array = Json::array();
-    array.get_ref<Json::array_t&>().reserve(list.size());
-    for (const auto& item : list) array.push_back(encode(item));
-    return array;
-}
+// Builds a document from the encoder's events.
+class DomSink {
+public:
+    void string(std::string_view v) { place(Json(std::string(v))); }
+    void boolean(bool v) { place(Json(v)); }
+    void integer(std::int64_t v) { place(Json(v)); }
+    void number(double v) { place(Json(v)); }
+    void beginObject() { stack_.push_back(place(Json::object())); }
+    void key(std::string_view k) { key_ = k; }
+    void endObject() { stack_.pop_back(); }
+    void beginArray() { stack_.push_back(place(Json::array())); }
+    void endArray() { stack_.pop_back(); }
+    Json take() { return std::move(root_); }
 
-struct Writer {
-    Json& object;
-    template <typename T> void operator()(const char* key, const T& value) const {
-        object[key] = encode(value);
+private:
+    Json* place(Json&& value) {
+        if (stack_.empty()) {
+            root_ = std::move(value);
+            return &root_;
+        }
+        Json& top = *stack_.back();
+        if (top.is_array()) {
+            top.push_back(std::move(value));
+            return &top.back();
+        }
+        Json& slot = top[std::string(key_)];
+        slot = std::move(value);
+        return &slot;
     }
-    // Absent optionals are left out, never written as null.
-    template <typename T> void operator()(const char* key, const std::optional<T>& value) const {
-        if (value) object[key] = encode(*value);
-    }
+    Json root_;
+    std::vector<Json*> stack_;
+    std::string_view key_;
 };
 
-template <Record R> Json encode(const R& r) {
-    Json object = Json::object();
-    eachField(r, Writer{object});
-    return object;
+// The keys of a record or case in sorted order, the order in which objects are
+// written: each with its index in the field list, or -1 for the key of the
+// case's name. A type is always written with the same name key (or none).
+template <typename T>
+const std::vector<std::pair<std::string_view, int>>& writingOrder(std::string_view nameKey) {
+    static const auto order = [nameKey] {
+        std::vector<std::pair<std::string_view, int>> keys;
+        if (!nameKey.empty()) keys.emplace_back(nameKey, -1);
+        int index = 0;
+        const T probe{};
+        eachField(probe, [&](const char* key, const auto&) { keys.emplace_back(key, index++); });
+        std::sort(keys.begin(), keys.end());
+        return keys;
+    }();
+    return order;
 }
 
-template <typename Variant>
-Json encodeCase(const Variant& value, const char* nameKey, std::string_view name) {
-    return std::visit(
-        [&](const auto& alternative) {
-            Json object = Json::object();
-            object[nameKey] = std::string(name);
-            eachField(alternative, Writer{object});
-            return object;
-        },
-        value);
+template <typename Sink> void emit(Sink& sink, const std::string& s) { sink.string(s); }
+template <typename Sink> void emit(Sink& sink, bool b) { sink.boolean(b); }
+template <typename Sink> void emit(Sink& sink, std::int64_t i) { sink.integer(i); }
+template <typename Sink> void emit(Sink& sink, std::int32_t i) { sink.integer(i); }
+template <typename Sink> void emit(Sink& sink, double d) { sink.number(d); }
+template <typename Sink, Enumeration E> void emit(Sink& sink, E e) { sink.string(jsonText(e)); }
+template <typename Sink, Record R> void emit(Sink& sink, const R& r);
+template <typename Sink, typename T> void emit(Sink& sink, const std::vector<T>& list) {
+    sink.beginArray();
+    for (const auto& item : list) emit(sink, item);
+    sink.endArray();
+}
+
+template <typename Sink, typename T> void emitField(Sink& sink, std::string_view key, const T& value) {
+    sink.key(key);
+    emit(sink, value);
+}
+// Absent optionals are left out, never written as null.
+template <typename Sink, typename T>
+void emitField(Sink& sink, std::string_view key, const std::optional<T>& value) {
+    if (value) emitField(sink, key, *value);
+}
+
+template <typename Sink, typename T>
+void emitObject(Sink& sink, const T& value, std::string_view nameKey, std::string_view name) {
+    sink.beginObject();
+    for (const auto& [key, index] : writingOrder<T>(nameKey)) {
+        if (index < 0) {
+            sink.key(key);
+            sink.string(name);
+            continue;
+        }
+        int at = 0;
+        eachField(value, [&, key = key, index = index](const char*, const auto& field) {
+            if (at++ == index) emitField(sink, key, field);
+        });
+    }
+    sink.endObject();
+}
+
+template <typename Sink, Record R> void emit(Sink& sink, const R& r) { emitObject(sink, r, {}, {}); }
+
+template <typename Sink, typename Variant>
+void emitCase(Sink& sink, const Variant& value, std::string_view nameKey, std::string_view name) {
+    std::visit([&](const auto& alternative) { emitObject(sink, alternative, nameKey, name); }, value);
+}
+
+template <typename T> Json document(const T& value) {
+    DomSink sink;
+    emit(sink, value);
+    return sink.take();
 }
 
 // ---- Reading ----
@@ -584,15 +649,27 @@ DecodeResult decodeOwned(Json& value) {
 std::string_view msgName(const Msg& m) { return msgNames[m.index()]; }
 std::string_view effectName(const Effect& e) { return effectNames[e.index()]; }
 
-Json toJson(const Model& v) { return encode(v); }
-Json toJson(const Repo& v) { return encode(v); }
-Json toJson(const PR& v) { return encode(v); }
-Json toJson(const Browser& v) { return encode(v); }
-Json toJson(const DetectedBrowser& v) { return encode(v); }
-Json toJson(const Suggestion& v) { return encode(v); }
-Json toJson(const WindowFrame& v) { return encode(v); }
-Json toJson(const Msg& m) { return encodeCase(m, "msg", msgName(m)); }
-Json toJson(const Effect& e) { return encodeCase(e, "effect", effectName(e)); }
+Json toJson(const Model& v) { return document(v); }
+Json toJson(const Repo& v) { return document(v); }
+Json toJson(const PR& v) { return document(v); }
+Json toJson(const Browser& v) { return document(v); }
+Json toJson(const DetectedBrowser& v) { return document(v); }
+Json toJson(const Suggestion& v) { return document(v); }
+Json toJson(const WindowFrame& v) { return document(v); }
+Json toJson(const Msg& m) {
+    DomSink sink;
+    emitCase(sink, m, "msg", msgName(m));
+    return sink.take();
+}
+Json toJson(const Effect& e) {
+    DomSink sink;
+    emitCase(sink, e, "effect", effectName(e));
+    return sink.take();
+}
+
+void write(JsonWriter& writer, const Model& v) { emit(writer, v); }
+void write(JsonWriter& writer, const Msg& m) { emitCase(writer, m, "msg", msgName(m)); }
+void write(JsonWriter& writer, const Effect& e) { emitCase(writer, e, "effect", effectName(e)); }
 
 std::string describe(const DecodeError& e) {
     switch (e.kind) {

@@ -11,6 +11,7 @@
 #include <variant>
 
 #include "Effect.h"
+#include "JsonWriter.h"
 #include "Model.h"
 #include "Msg.h"
 
@@ -27,6 +28,12 @@ Json toJson(const Suggestion&);
 Json toJson(const WindowFrame&);
 Json toJson(const Msg&);
 Json toJson(const Effect&);
+
+/// The same forms written as text, as dumpCompact(toJson(x)) reads; throws
+/// InvalidUtf8 where that would throw.
+void write(JsonWriter&, const Model&);
+void write(JsonWriter&, const Msg&);
+void write(JsonWriter&, const Effect&);
 
 /// Why a message could not be decoded.
 struct DecodeError {
