@@ -30,7 +30,7 @@ template <typename Fill> void emitLine(std::string& line, const Sink& emit, Fill
         writer.beginObject();
         fill(writer);
         writer.endObject();
-    } catch (const InvalidUtf8&) {
+    } catch (const std::exception&) {
         line = encodeFailed;
     }
     emit(line);
