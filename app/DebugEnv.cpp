@@ -28,11 +28,12 @@ int timerMilliseconds(double seconds) {
 }
 
 std::optional<std::vector<Msg>> decodeMessages(std::string_view json) {
-    const Json array = Json::parse(json, nullptr, /*allow_exceptions=*/false);
-    if (!array.is_array()) return std::nullopt;
+    // Parsed as the headless driver parses a line, so numbers read the same.
+    const auto array = parseJson(json);
+    if (!array || !array->is_array()) return std::nullopt;
     std::vector<Msg> messages;
-    messages.reserve(array.size());
-    for (const Json& element : array) {
+    messages.reserve(array->size());
+    for (const Json& element : *array) {
         auto decoded = decodeMsg(element);
         Msg* msg = std::get_if<Msg>(&decoded);
         if (msg == nullptr) return std::nullopt;

@@ -1,5 +1,5 @@
 # The windowed application. VelmarShell holds everything but `main`, the QML
-# screens and icons included, so tests link it; the executable is `main` alone.
+# screens and icons included, so tests link it; the executable is `main` and the headless entry.
 add_library(VelmarShell STATIC
   ${CMAKE_CURRENT_LIST_DIR}/Store.h ${CMAKE_CURRENT_LIST_DIR}/Store.cpp
   ${CMAKE_CURRENT_LIST_DIR}/Appearance.h ${CMAKE_CURRENT_LIST_DIR}/Appearance.cpp
@@ -27,5 +27,6 @@ file(GLOB VELMAR_VIEW_FILES CONFIGURE_DEPENDS
 qt_add_resources(VelmarShell "views" PREFIX "/velmar" BASE ${CMAKE_CURRENT_LIST_DIR}
                  FILES ${VELMAR_VIEW_FILES})
 
-qt_add_executable(velmar ${CMAKE_CURRENT_LIST_DIR}/main.cpp)
+qt_add_executable(velmar ${CMAKE_CURRENT_LIST_DIR}/main.cpp
+                  ${CMAKE_CURRENT_LIST_DIR}/HeadlessEntry.h ${CMAKE_CURRENT_LIST_DIR}/HeadlessEntry.cpp)
 target_link_libraries(velmar PRIVATE VelmarShell)

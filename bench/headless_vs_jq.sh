@@ -3,12 +3,17 @@
 # both read every line as JSON and write JSON back, so jq is the yardstick for
 # "the driver costs about what parsing and printing the script costs".
 #
-# Usage: bench/headless_vs_jq.sh [path/to/velmar] [runs]
-#   defaults: build/app/velmar, 5 runs. Prints each median and the ratio.
+# The two programs run in turns (velmar, jq, velmar, jq, ...), so a machine
+# that speeds up or slows down during the measurement weighs on both alike;
+# each pair gives one ratio, and the median and the spread of those are shown.
+#
+# Usage: bench/headless_vs_jq.sh [path/to/velmar] [pairs]
+#   defaults: build/app/velmar, 7 pairs. VELMAR_BENCH_LINES sets the script
+#   length (100000 lines by default).
 set -euo pipefail
 here="$(cd "$(dirname "$0")" && pwd)"
 velmar="${1:-$here/../build/app/velmar}"
-runs="${2:-5}"
+pairs="${2:-7}"
 lines="${VELMAR_BENCH_LINES:-100000}"
 
 command -v jq >/dev/null || { echo "jq is not installed" >&2; exit 1; }
@@ -18,32 +23,40 @@ work="$(mktemp -d)"
 trap 'rm -rf "$work"' EXIT
 script="$work/script.jsonl"
 python3 "$here/gen_headless_script.py" "$lines" > "$script"
-echo "script: $(wc -l < "$script") lines, $(du -h "$script" | cut -f1)"
+script_kb=$(( $(wc -c < "$script") / 1024 ))
+echo "script: $(wc -l < "$script") lines, ${script_kb} KB"
 
-# "wall cpu" seconds of one run of "$@" with the script on standard input;
+# "wall cpu peak-KB" of one run of "$@" with the script on standard input;
 # cpu is user plus system time, steadier than wall time on a shared machine.
 time_once() {
-    /usr/bin/time -f "%e %U %S" -o "$work/time" "$@" < "$script" > /dev/null
-    awk '{ printf "%.2f %.2f\n", $1, $2 + $3 }' "$work/time"
+    /usr/bin/time -f "%e %U %S %M" -o "$work/time" "$@" < "$script" > /dev/null
+    awk '{ printf "%.2f %.2f %d\n", $1, $2 + $3, $4 }' "$work/time"
 }
 
-median() { sort -n | awk '{ v[NR] = $1 } END { print (NR % 2) ? v[(NR + 1) / 2] : (v[NR / 2] + v[NR / 2 + 1]) / 2 }'; }
+# Warm the page cache and both binaries before anything is timed.
+"$velmar" --headless < "$script" > /dev/null
+jq -c . < "$script" > /dev/null
 
-# Prints "wall-median cpu-median"; the single runs go to standard error.
-measure() {
-    local label="$1"; shift
-    "$@" < "$script" > /dev/null  # warm the page cache and the binary
-    for _ in $(seq "$runs"); do time_once "$@"; done > "$work/runs"
-    local wall cpu
-    wall=$(cut -d' ' -f1 "$work/runs" | median)
-    cpu=$(cut -d' ' -f2 "$work/runs" | median)
-    echo "$label: wall $(cut -d' ' -f1 "$work/runs" | tr '\n' ' ')s; cpu $(cut -d' ' -f2 "$work/runs" | tr '\n' ' ')s" >&2
-    echo "$wall $cpu"
-}
+: > "$work/velmar"
+: > "$work/jq"
+for _ in $(seq "$pairs"); do
+    time_once "$velmar" --headless >> "$work/velmar"
+    time_once jq -c . >> "$work/jq"
+done
 
-v=$(measure "velmar --headless" "$velmar" --headless)
-j=$(measure "jq -c ." jq -c .)
-read -r vw vc <<< "$v"
-read -r jw jc <<< "$j"
-echo "median wall: velmar ${vw}s, jq ${jw}s, velmar/jq = $(echo "scale=2; $vw / $jw" | bc)"
-echo "median cpu:  velmar ${vc}s, jq ${jc}s, velmar/jq = $(echo "scale=2; $vc / $jc" | bc)"
+median() { sort -g | awk '{ v[NR] = $1 } END { print (NR % 2) ? v[(NR + 1) / 2] : (v[NR / 2] + v[NR / 2 + 1]) / 2 }'; }
+column() { cut -d' ' -f"$2" "$work/$1"; }
+# The ratio velmar/jq of column $1 in each pair, one per line.
+ratios() { paste -d' ' <(column velmar "$1") <(column jq "$1") | awk '{ printf "%.3f\n", ($2 > 0) ? $1 / $2 : 0 }'; }
+spread() { sort -g | awk 'NR == 1 { lo = $1 } { hi = $1 } END { printf "%s to %s", lo, hi }'; }
+
+for program in velmar jq; do
+    echo "$program: wall $(column $program 1 | tr '\n' ' ')s; cpu $(column $program 2 | tr '\n' ' ')s;" \
+         "peak $(column $program 3 | sort -n | tail -1) KB"
+done
+echo "$pairs interleaved pairs, velmar/jq per pair:"
+echo "  cpu:  median $(ratios 2 | median), spread $(ratios 2 | spread)"
+echo "  wall: median $(ratios 1 | median), spread $(ratios 1 | spread)"
+echo "  median cpu: velmar $(column velmar 2 | median)s, jq $(column jq 2 | median)s"
+echo "peak memory: velmar $(column velmar 3 | sort -n | tail -1) KB, jq $(column jq 3 | sort -n | tail -1) KB," \
+     "script ${script_kb} KB"

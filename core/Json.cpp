@@ -7,7 +7,7 @@
 // failures without echoing the input.
 #include "Json.h"
 
-#include <cmath>
+#include <algorithm>
 #include <limits>
 #include <ostream>
 #include <type_traits>
@@ -225,48 +225,113 @@ template <> constexpr std::string_view enumName<SuggestionSource>() { return "Su
 template <> constexpr std::string_view enumName<ConfigFile>() { return "ConfigFile"; }
 
 // ---- Writing ----
+//
+// One encoder, two sinks: DomSink builds the nlohmann value that toJson gives,
+// JsonWriter writes the text directly. Both see the same keys and values in
+// the same order, so the text and the document cannot disagree.
 
-Json encode(const std::string& s) { return s; }
-Json encode(bool b) { return b; }
-Json encode(std::int64_t i) { return i; }
-Json encode(std::int32_t i) { return i; }
-Json encode(double d) { return d; }
-template <Enumeration E> Json encode(E e) { return std::string(jsonText(e)); }
-template <Record R> Json encode(const R& r);
-template <typename T> Json encode(const std::vector<T>& list) {
-    Json array = Json::array();
-    array.get_ref<Json::array_t&>().reserve(list.size());
-    for (const auto& item : list) array.push_back(encode(item));
-    return array;
-}
+// Builds a document from the encoder's events.
+class DomSink {
+public:
+    void string(std::string_view v) { place(Json(std::string(v))); }
+    void boolean(bool v) { place(Json(v)); }
+    void integer(std::int64_t v) { place(Json(v)); }
+    void number(double v) { place(Json(v)); }
+    void beginObject() { stack_.push_back(place(Json::object())); }
+    void key(std::string_view k) { key_ = k; }
+    void endObject() { stack_.pop_back(); }
+    void beginArray() { stack_.push_back(place(Json::array())); }
+    void endArray() { stack_.pop_back(); }
+    Json take() { return std::move(root_); }
 
-struct Writer {
-    Json& object;
-    template <typename T> void operator()(const char* key, const T& value) const {
-        object[key] = encode(value);
+private:
+    Json* place(Json&& value) {
+        if (stack_.empty()) {
+            root_ = std::move(value);
+            return &root_;
+        }
+        Json& top = *stack_.back();
+        if (top.is_array()) {
+            top.push_back(std::move(value));
+            return &top.back();
+        }
+        Json& slot = top[std::string(key_)];
+        slot = std::move(value);
+        return &slot;
     }
-    // Absent optionals are left out, never written as null.
-    template <typename T> void operator()(const char* key, const std::optional<T>& value) const {
-        if (value) object[key] = encode(*value);
-    }
+    Json root_;
+    std::vector<Json*> stack_;
+    std::string_view key_;
 };
 
-template <Record R> Json encode(const R& r) {
-    Json object = Json::object();
-    eachField(r, Writer{object});
-    return object;
+// The keys of a record or case in sorted order, the order in which objects are
+// written: each with its index in the field list, or -1 for the key of the
+// case's name. A type is always written with the same name key (or none).
+template <typename T>
+const std::vector<std::pair<std::string_view, int>>& writingOrder(std::string_view nameKey) {
+    static const auto order = [nameKey] {
+        std::vector<std::pair<std::string_view, int>> keys;
+        if (!nameKey.empty()) keys.emplace_back(nameKey, -1);
+        int index = 0;
+        const T probe{};
+        eachField(probe, [&](const char* key, const auto&) { keys.emplace_back(key, index++); });
+        std::sort(keys.begin(), keys.end());
+        return keys;
+    }();
+    return order;
 }
 
-template <typename Variant>
-Json encodeCase(const Variant& value, const char* nameKey, std::string_view name) {
-    return std::visit(
-        [&](const auto& alternative) {
-            Json object = Json::object();
-            object[nameKey] = std::string(name);
-            eachField(alternative, Writer{object});
-            return object;
-        },
-        value);
+template <typename Sink> void emit(Sink& sink, const std::string& s) { sink.string(s); }
+template <typename Sink> void emit(Sink& sink, bool b) { sink.boolean(b); }
+template <typename Sink> void emit(Sink& sink, std::int64_t i) { sink.integer(i); }
+template <typename Sink> void emit(Sink& sink, std::int32_t i) { sink.integer(i); }
+template <typename Sink> void emit(Sink& sink, double d) { sink.number(d); }
+template <typename Sink, Enumeration E> void emit(Sink& sink, E e) { sink.string(jsonText(e)); }
+template <typename Sink, Record R> void emit(Sink& sink, const R& r);
+template <typename Sink, typename T> void emit(Sink& sink, const std::vector<T>& list) {
+    sink.beginArray();
+    for (const auto& item : list) emit(sink, item);
+    sink.endArray();
+}
+
+template <typename Sink, typename T> void emitField(Sink& sink, std::string_view key, const T& value) {
+    sink.key(key);
+    emit(sink, value);
+}
+// Absent optionals are left out, never written as null.
+template <typename Sink, typename T>
+void emitField(Sink& sink, std::string_view key, const std::optional<T>& value) {
+    if (value) emitField(sink, key, *value);
+}
+
+template <typename Sink, typename T>
+void emitObject(Sink& sink, const T& value, std::string_view nameKey, std::string_view name) {
+    sink.beginObject();
+    for (const auto& [key, index] : writingOrder<T>(nameKey)) {
+        if (index < 0) {
+            sink.key(key);
+            sink.string(name);
+            continue;
+        }
+        int at = 0;
+        eachField(value, [&, key = key, index = index](const char*, const auto& field) {
+            if (at++ == index) emitField(sink, key, field);
+        });
+    }
+    sink.endObject();
+}
+
+template <typename Sink, Record R> void emit(Sink& sink, const R& r) { emitObject(sink, r, {}, {}); }
+
+template <typename Sink, typename Variant>
+void emitCase(Sink& sink, const Variant& value, std::string_view nameKey, std::string_view name) {
+    std::visit([&](const auto& alternative) { emitObject(sink, alternative, nameKey, name); }, value);
+}
+
+template <typename T> Json document(const T& value) {
+    DomSink sink;
+    emit(sink, value);
+    return sink.take();
 }
 
 // ---- Reading ----
@@ -304,6 +369,9 @@ std::string joinPath(const std::string& prefix, std::string_view key) {
 }
 
 // An integral JSON number that fits in [low, high]; anything else is absent.
+// Parsed text stores every number that names an integer in the 64-bit range as
+// an integer (see integerFromLexeme), so a float here is never one: its value
+// may have been rounded into range on the way, and must not be trusted.
 std::optional<std::int64_t> integral(const Json& v, std::int64_t low, std::int64_t high) {
     std::int64_t i = 0;
     if (v.is_number_unsigned()) {
@@ -312,11 +380,6 @@ std::optional<std::int64_t> integral(const Json& v, std::int64_t low, std::int64
         i = static_cast<std::int64_t>(u);
     } else if (v.is_number_integer()) {
         i = v.get<std::int64_t>();
-    } else if (v.is_number_float()) {
-        // 1.0 and 1e3 name integers; 1.5 and 1e300 do not fit.
-        double d = v.get<double>();
-        if (!std::isfinite(d) || d != std::trunc(d) || d < -0x1p63 || d >= 0x1p63) return {};
-        i = static_cast<std::int64_t>(d);
     } else {
         return {};
     }
@@ -420,6 +483,45 @@ constexpr auto caseDecoders = makeDecoders(std::make_index_sequence<std::variant
 
 // ---- Parsing text ----
 
+// The integer that a JSON number's text names exactly, when it lies in the
+// 64-bit range: "1.0", "2e3" and "-9223372036854775808.0" do, "1.5",
+// "-9223372036854775809" and "1e19" do not. Decided on the digits, since the
+// double that the parser also makes of the text may already be rounded.
+std::optional<std::int64_t> integerFromLexeme(std::string_view text) {
+    const bool negative = !text.empty() && text.front() == '-';
+    if (negative) text.remove_prefix(1);
+    std::string_view mantissa = text.substr(0, text.find_first_of("eE"));
+    std::int64_t scale = 0;  // the value is digits * 10^scale
+    if (mantissa.size() < text.size()) {
+        std::string_view exponent = text.substr(mantissa.size() + 1);
+        const bool down = !exponent.empty() && exponent.front() == '-';
+        if (!exponent.empty() && (exponent.front() == '-' || exponent.front() == '+'))
+            exponent.remove_prefix(1);
+        // Held below a bound that no digit count reaches, so it cannot overflow.
+        for (char c : exponent) scale = std::min<std::int64_t>(scale * 10 + (c - '0'), 1'000'000'000'000);
+        if (down) scale = -scale;
+    }
+    std::string digits;
+    for (char c : mantissa) {
+        if (c == '.') continue;
+        if (!digits.empty() || c != '0') digits += c;  // leading zeros say nothing
+    }
+    if (auto point = mantissa.find('.'); point != std::string_view::npos)
+        scale -= static_cast<std::int64_t>(mantissa.size() - point - 1);
+    if (digits.empty()) return 0;  // zero, whatever its exponent or sign
+    while (scale < 0 && digits.back() == '0') {
+        digits.pop_back();
+        ++scale;
+    }
+    if (scale < 0 || static_cast<std::int64_t>(digits.size()) + scale > 19) return {};
+    std::uint64_t magnitude = 0;  // at most 19 digits: below 2^64
+    for (char c : digits) magnitude = magnitude * 10 + static_cast<std::uint64_t>(c - '0');
+    for (std::int64_t k = 0; k < scale; ++k) magnitude *= 10;
+    constexpr auto limit = static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
+    if (magnitude > limit + (negative ? 1 : 0)) return {};
+    return negative ? static_cast<std::int64_t>(0 - magnitude) : static_cast<std::int64_t>(magnitude);
+}
+
 // Builds the DOM like nlohmann's own parser, but stops at a nesting depth that
 // no message needs, so hostile input costs bounded memory and time.
 class BoundedDomBuilder final : public nlohmann::json_sax<Json> {
@@ -432,7 +534,12 @@ public:
     bool boolean(bool v) override { return add(v); }
     bool number_integer(number_integer_t v) override { return add(v); }
     bool number_unsigned(number_unsigned_t v) override { return add(v); }
-    bool number_float(number_float_t v, const string_t&) override { return add(v); }
+    // A number with a fraction or an exponent, or an integer too large for
+    // the 64-bit types: kept as an integer if its text names one exactly.
+    bool number_float(number_float_t v, const string_t& text) override {
+        if (auto i = integerFromLexeme(text)) return add(*i);
+        return add(v);
+    }
     // The lexer clears its buffer before the next token, so the text can be moved.
     bool string(string_t& v) override { return add(std::move(v)); }
     bool binary(binary_t&) override { return add(nullptr); }  // JSON text has no binary values
@@ -542,15 +649,27 @@ DecodeResult decodeOwned(Json& value) {
 std::string_view msgName(const Msg& m) { return msgNames[m.index()]; }
 std::string_view effectName(const Effect& e) { return effectNames[e.index()]; }
 
-Json toJson(const Model& v) { return encode(v); }
-Json toJson(const Repo& v) { return encode(v); }
-Json toJson(const PR& v) { return encode(v); }
-Json toJson(const Browser& v) { return encode(v); }
-Json toJson(const DetectedBrowser& v) { return encode(v); }
-Json toJson(const Suggestion& v) { return encode(v); }
-Json toJson(const WindowFrame& v) { return encode(v); }
-Json toJson(const Msg& m) { return encodeCase(m, "msg", msgName(m)); }
-Json toJson(const Effect& e) { return encodeCase(e, "effect", effectName(e)); }
+Json toJson(const Model& v) { return document(v); }
+Json toJson(const Repo& v) { return document(v); }
+Json toJson(const PR& v) { return document(v); }
+Json toJson(const Browser& v) { return document(v); }
+Json toJson(const DetectedBrowser& v) { return document(v); }
+Json toJson(const Suggestion& v) { return document(v); }
+Json toJson(const WindowFrame& v) { return document(v); }
+Json toJson(const Msg& m) {
+    DomSink sink;
+    emitCase(sink, m, "msg", msgName(m));
+    return sink.take();
+}
+Json toJson(const Effect& e) {
+    DomSink sink;
+    emitCase(sink, e, "effect", effectName(e));
+    return sink.take();
+}
+
+void write(JsonWriter& writer, const Model& v) { emit(writer, v); }
+void write(JsonWriter& writer, const Msg& m) { emitCase(writer, m, "msg", msgName(m)); }
+void write(JsonWriter& writer, const Effect& e) { emitCase(writer, e, "effect", effectName(e)); }
 
 std::string describe(const DecodeError& e) {
     switch (e.kind) {
@@ -571,13 +690,30 @@ DecodeResult decodeMsg(const Json& value) {
     return decodeOwned(copy);
 }
 
-DecodeResult decodeMsg(std::string_view text) {
+namespace {
+
+// The parsed value, or the words of the failure.
+std::variant<Json, std::string> parse(std::string_view text) {
     Json value;
     BoundedDomBuilder builder(value, text.size());
     bool ok = Json::sax_parse(text.begin(), text.end(), &builder, Json::input_format_t::json,
                               /*strict=*/true);
-    if (!ok) return corrupted(builder.failure());
-    return decodeOwned(value);
+    if (!ok) return builder.failure();
+    return value;
+}
+
+}  // namespace
+
+std::optional<Json> parseJson(std::string_view text) {
+    auto parsed = parse(text);
+    if (auto* value = std::get_if<Json>(&parsed)) return std::move(*value);
+    return std::nullopt;
+}
+
+DecodeResult decodeMsg(std::string_view text) {
+    auto parsed = parse(text);
+    if (auto* failure = std::get_if<std::string>(&parsed)) return corrupted(std::move(*failure));
+    return decodeOwned(std::get<Json>(parsed));
 }
 
 std::string dumpCompact(const Json& value) {

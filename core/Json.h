@@ -5,11 +5,13 @@
 
 #include <nlohmann/json.hpp>
 #include <iosfwd>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
 
 #include "Effect.h"
+#include "JsonWriter.h"
 #include "Model.h"
 #include "Msg.h"
 
@@ -27,6 +29,12 @@ Json toJson(const WindowFrame&);
 Json toJson(const Msg&);
 Json toJson(const Effect&);
 
+/// The same forms written as text, as dumpCompact(toJson(x)) reads; throws
+/// InvalidUtf8 where that would throw.
+void write(JsonWriter&, const Model&);
+void write(JsonWriter&, const Msg&);
+void write(JsonWriter&, const Effect&);
+
 /// Why a message could not be decoded.
 struct DecodeError {
     enum class Kind { keyNotFound, valueNotFound, typeMismatch, dataCorrupted };
@@ -43,9 +51,14 @@ std::string describe(const DecodeError&);
 
 using DecodeResult = std::variant<Msg, DecodeError>;
 
+/// Parses UTF-8 JSON text the way the message decoder does: a number whose
+/// text names an integer in the 64-bit range is stored as an integer, any
+/// other number as a double. Absent when the text is no valid JSON.
+std::optional<Json> parseJson(std::string_view text);
 /// Decodes one message from UTF-8 JSON text.
 DecodeResult decodeMsg(std::string_view text);
-/// Decodes one message from an already parsed JSON value.
+/// Decodes one message from an already parsed JSON value, as parseJson or
+/// toJson give it: an integer key takes only a number stored as an integer.
 DecodeResult decodeMsg(const Json& value);
 
 /// Compact JSON text with sorted keys and "/" unescaped; throws on text that

@@ -31,6 +31,9 @@ TEST(debug_send, the_array_decodes_whole_or_not_at_all) {
         {R"([{"msg":"navigate","screen":"manage"},{"msg":"refresh"}])",
          std::vector<Msg>{msg::Navigate{Screen::manage}, msg::Refresh{}}},
         {R"([{"msg":"refresh"},{"msg":"nope"}])", std::nullopt},
+        // Numbers read as in a headless script: by their digits, not a rounded double.
+        {R"([{"msg":"open_pr","id":2e3}])", std::vector<Msg>{msg::OpenPr{2000}}},
+        {R"([{"msg":"open_pr","id":-9223372036854775809}])", std::nullopt},
         {R"({"msg":"refresh"})", std::nullopt},
         {"", std::nullopt},
     };

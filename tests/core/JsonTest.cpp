@@ -3,6 +3,9 @@
 // and errors; rows here cover what they do not.
 #include <gtest/gtest.h>
 
+#include <limits>
+#include <tuple>
+
 #include "Json.h"
 
 using namespace velmar;
@@ -10,6 +13,14 @@ using namespace velmar;
 namespace {
 
 std::string text(const Json& j) { return dumpCompact(j); }
+
+/// A value as the text writer gives it.
+template <typename T> std::string written(const T& value) {
+    std::string out;
+    JsonWriter writer(out);
+    write(writer, value);
+    return out;
+}
 
 /// The decoded message written back, or the error.
 std::string decoded(std::string_view line) {
@@ -36,6 +47,7 @@ TEST(json_records, optionals_are_written_when_present_even_if_false_or_empty) {
     EXPECT_EQ(text({j["selectedBrowser"], j["browserPref"], j["hoveredPr"], j["editingRepo"], j["gh"]}),
               R"([0,"",5,2,"logged_out"])");
     EXPECT_FALSE(j.contains("flash"));
+    EXPECT_EQ(written(m), text(j));
     EXPECT_EQ(text(j["prs"][0]),
               R"({"author":"ana","branch":"b","commentPreview":"https://c","id":7,"isDraft":true,"number":12,)"
               R"("preview":"https://c","previewSource":"comment","repo":"o/r","repoId":2,"title":"Fix \"x\"","url":"u"})");
@@ -75,6 +87,7 @@ TEST(json_msg, every_case_reads_back_as_written) {
         ASSERT_TRUE(std::holds_alternative<Msg>(d)) << s << ": " << decoded(s);
         EXPECT_EQ(std::get<Msg>(d).index(), i) << s;  // names tried in table order
         EXPECT_EQ(decoded(s), s);
+        EXPECT_EQ(written(std::get<Msg>(d)), s);
     }
 }
 
@@ -128,6 +141,45 @@ TEST(json_msg, decoding_failures_name_the_first_fault) {
     for (const auto& [in, error] : rows) EXPECT_EQ(decoded(in), error) << in;
 }
 
+TEST(json_msg, integer_keys_take_their_whole_range_and_refuse_one_past_either_end) {
+    // {key, number text, expected}: a message with that one integer written back, or the error.
+    const std::tuple<const char*, const char*, const char*> rows[] = {
+        {"id", "9223372036854775807", R"({"id":9223372036854775807,"msg":"open_pr"})"},
+        {"id", "-9223372036854775808", R"({"id":-9223372036854775808,"msg":"open_pr"})"},
+        {"id", "9223372036854775808", "type mismatch (expected Int) at 'id'"},
+        {"id", "-9223372036854775809", "type mismatch (expected Int) at 'id'"},
+        // The same limits spelt as floats: decided on the digits, not on a rounded double.
+        {"id", "-9223372036854775808.0", R"({"id":-9223372036854775808,"msg":"open_pr"})"},
+        {"id", "-92233720368547758.08e2", R"({"id":-9223372036854775808,"msg":"open_pr"})"},
+        {"id", "-9223372036854775809.0", "type mismatch (expected Int) at 'id'"},
+        {"id", "-9.223372036854775809e18", "type mismatch (expected Int) at 'id'"},
+        {"id", "9223372036854775807.5", "type mismatch (expected Int) at 'id'"},
+        {"id", "9007199254740993.5", "type mismatch (expected Int) at 'id'"},
+        {"id", "-18446744073709551616", "type mismatch (expected Int) at 'id'"},
+        {"id", "-0.0e400", R"({"id":0,"msg":"open_pr"})"},
+        {"id", "1500e-3", "type mismatch (expected Int) at 'id'"},
+        {"id", "15000e-4", "type mismatch (expected Int) at 'id'"},
+        {"id", "100000e-5", R"({"id":1,"msg":"open_pr"})"},
+        {"exit", "2147483647", R"({"exit":2147483647,"msg":"gh_checked"})"},
+        {"exit", "-2147483648", R"({"exit":-2147483648,"msg":"gh_checked"})"},
+        {"exit", "2147483648", "type mismatch (expected Int32) at 'exit'"},
+        {"exit", "-2147483649", "type mismatch (expected Int32) at 'exit'"},
+        {"exit", "-2147483648.0", R"({"exit":-2147483648,"msg":"gh_checked"})"},
+        {"exit", "-9223372036854775809", "type mismatch (expected Int32) at 'exit'"},
+    };
+    for (const auto& [key, number, expected] : rows) {
+        const std::string name = std::string_view(key) == "exit" ? "gh_checked" : "open_pr";
+        const std::string line = R"({"msg":")" + name + R"(",")" + key + "\":" + number + "}";
+        EXPECT_EQ(decoded(line), expected) << line;
+    }
+    // Every integer key reads through the same path, optional and nested ones too.
+    EXPECT_EQ(decoded(R"({"msg":"open_preview","id":1,"browser":-9223372036854775809})"),
+              "type mismatch (expected Int) at 'browser'");
+    EXPECT_EQ(decoded(R"({"msg":"move_repo","id":1,"index":-9223372036854775809})"),
+              "type mismatch (expected Int) at 'index'");
+    EXPECT_EQ(decoded(R"({"msg":"edit_pattern","repo_id":-1e19})"), "type mismatch (expected Int) at 'repo_id'");
+}
+
 TEST(json_msg, hostile_input_gives_one_line_without_echoing_it) {
     const std::string deep = "not valid JSON: nested deeper than 512 levels";
     const std::pair<std::string, std::string> rows[] = {
@@ -167,10 +219,62 @@ TEST(json_effect, forms_with_absent_or_empty_fields_and_escapes) {
         {effect::OpenURL{"https://x/a?b=1&c", ""}, R"({"app":"","effect":"open_url","url":"https://x/a?b=1&c"})"},
         {effect::CopyToClipboard{"tab\there"}, R"({"effect":"copy_to_clipboard","text":"tab\there"})"},
     };
-    for (const auto& [e, json] : rows) EXPECT_EQ(text(toJson(e)), json);
+    for (const auto& [e, json] : rows) {
+        EXPECT_EQ(text(toJson(e)), json);
+        EXPECT_EQ(written(e), json);
+    }
 }
 
 TEST(json_text, compact_writer_keeps_text_readable_and_refuses_bad_utf8) {
     EXPECT_EQ(dumpCompact(Json{{"b", "a/b"}, {"a", "é\x01"}, {"B", 1}}), "{\"B\":1,\"a\":\"é\\u0001\",\"b\":\"a/b\"}");
     EXPECT_THROW(dumpCompact(Json("\xC3")), Json::exception);
+}
+
+TEST(json_text, writer_escapes_and_formats_as_the_document_dump_does) {
+    std::string everyAscii;
+    for (int c = 0; c < 0x80; ++c) everyAscii += static_cast<char>(c);
+    const std::string valid[] = {everyAscii, "", "a/b", "é ü", "\u2028\u2029", "😀\U0010FFFF", "\xEF\xBF\xBD",
+                                 std::string(3000, 'x') + "\t\"\n" + std::string(3000, '=')};
+    for (const auto& s : valid) {
+        std::string out;
+        JsonWriter(out).string(s);
+        EXPECT_EQ(out, dumpCompact(Json(s))) << s;
+    }
+    // Truncated, overlong, surrogate, beyond U+10FFFF, stray continuation.
+    const std::string invalid[] = {"\xC3", "a\xE2\x82", "\xC0\x80", "\xE0\x9F\xBF", "\xED\xA0\x80",
+                                   "\xF4\x90\x80\x80", "\xF5\x80\x80\x80", "\x80", "ok\xFF"};
+    for (const auto& s : invalid) {
+        std::string out;
+        EXPECT_THROW(JsonWriter(out).string(s), InvalidUtf8) << s;
+        EXPECT_THROW(dumpCompact(Json(s)), Json::exception) << s;
+    }
+    const double doubles[] = {0.0, -0.0, 0.1, 760.0, -1.5, 1e-300, 5e-324, 1.7976931348623157e308, 123456789.123456789,
+                              1e21, std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity()};
+    for (double d : doubles) {
+        std::string out;
+        JsonWriter(out).number(d);
+        EXPECT_EQ(out, dumpCompact(Json(d))) << d;
+    }
+    for (std::int64_t i : {std::numeric_limits<std::int64_t>::min(), std::int64_t{-1}, std::int64_t{0},
+                           std::numeric_limits<std::int64_t>::max()}) {
+        std::string out;
+        JsonWriter(out).integer(i);
+        EXPECT_EQ(out, dumpCompact(Json(i)));
+    }
+    // Commas and colons between nested values.
+    std::string out;
+    JsonWriter w(out);
+    w.beginObject();
+    w.key("a");
+    w.beginArray();
+    w.beginObject();
+    w.endObject();
+    w.beginArray();
+    w.endArray();
+    w.boolean(false);
+    w.endArray();
+    w.key("b");
+    w.integer(1);
+    w.endObject();
+    EXPECT_EQ(out, dumpCompact(Json{{"a", {Json::object(), Json::array(), false}}, {"b", 1}}));
 }
