@@ -16,6 +16,7 @@
 #include <cstdlib>
 
 #include "Appearance.h"
+#include "DebugClick.h"
 #include "DebugSend.h"
 #include "EffectRunner.h"
 #include "Env.h"
@@ -110,6 +111,7 @@ void AppDelegate::start() {
     store_.send(msg::Boot{});
     startTimers();
     Snapshot::scheduleIfRequested(window_.get());
+    DebugClick::scheduleIfRequested(window_.get());
     DebugSend::scheduleIfRequested(store_, window_.get());
 }
 

@@ -5,6 +5,7 @@ add_library(VelmarShell STATIC
   ${CMAKE_CURRENT_LIST_DIR}/Appearance.h ${CMAKE_CURRENT_LIST_DIR}/Appearance.cpp
   ${CMAKE_CURRENT_LIST_DIR}/DebugEnv.h ${CMAKE_CURRENT_LIST_DIR}/DebugEnv.cpp
   ${CMAKE_CURRENT_LIST_DIR}/DebugSend.h ${CMAKE_CURRENT_LIST_DIR}/DebugSend.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/DebugClick.h ${CMAKE_CURRENT_LIST_DIR}/DebugClick.cpp
   ${CMAKE_CURRENT_LIST_DIR}/Snapshot.h ${CMAKE_CURRENT_LIST_DIR}/Snapshot.cpp
   ${CMAKE_CURRENT_LIST_DIR}/AppDelegate.h ${CMAKE_CURRENT_LIST_DIR}/AppDelegate.cpp
   ${CMAKE_CURRENT_LIST_DIR}/Views/Theme.h ${CMAKE_CURRENT_LIST_DIR}/Views/Theme.cpp
@@ -13,6 +14,9 @@ add_library(VelmarShell STATIC
   ${CMAKE_CURRENT_LIST_DIR}/Views/DiffListModel.h ${CMAKE_CURRENT_LIST_DIR}/Views/DiffListModel.cpp
   ${CMAKE_CURRENT_LIST_DIR}/Views/RepoGroup.h ${CMAKE_CURRENT_LIST_DIR}/Views/RepoGroup.cpp
   ${CMAKE_CURRENT_LIST_DIR}/Views/PanelLists.h ${CMAKE_CURRENT_LIST_DIR}/Views/PanelLists.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/Views/RepoDrag.h ${CMAKE_CURRENT_LIST_DIR}/Views/RepoDrag.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/Views/RepoDragTracker.h ${CMAKE_CURRENT_LIST_DIR}/Views/RepoDragTracker.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/Views/HitTest.h ${CMAKE_CURRENT_LIST_DIR}/Views/HitTest.cpp
   ${CMAKE_CURRENT_LIST_DIR}/Views/BrowserIcons.h ${CMAKE_CURRENT_LIST_DIR}/Views/BrowserIcons.cpp
   ${CMAKE_CURRENT_LIST_DIR}/Views/PanelView.h ${CMAKE_CURRENT_LIST_DIR}/Views/PanelView.cpp)
 target_include_directories(VelmarShell PUBLIC ${CMAKE_CURRENT_LIST_DIR})

@@ -1,6 +1,7 @@
 // The open pull requests, grouped by repository: a heading per repository,
 // then its rows. The view is lazy and its model changes by difference, so a
-// refresh keeps the scroll position, hover, focus and any open menu.
+// refresh keeps the scroll position, hover, focus and any open menu. Groups
+// are reordered by holding and dragging their heading (panel.listDrag).
 import QtQuick
 import QtQuick.Controls
 import Qt.labs.qmlmodels
@@ -27,6 +28,14 @@ ListView {
     Accessible.name: "Pull requests"
 
     ScrollBar.vertical: ScrollBar { policy: ScrollBar.AsNeeded }
+
+    // The drag watches the pointer only while the list is on screen.
+    Binding {
+        target: list.panel.listDrag
+        property: "view"
+        value: list.visible ? list : null
+        restoreMode: Binding.RestoreNone
+    }
 
     delegate: DelegateChooser {
         role: "kind"

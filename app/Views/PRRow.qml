@@ -12,6 +12,8 @@ FocusScope {
     required property string widthClass
     required property var previewMenu
     required property int index
+    required property var repoId
+    required property int rowInGroup
     required property var prId
     required property string numberText
     required property string numberTemplate
@@ -26,6 +28,20 @@ FocusScope {
     required property string previewLabel
 
     implicitHeight: 24
+
+    readonly property var drag: panel.listDrag
+    /// The row's group is the one being dragged: it moves with its heading,
+    /// above the heading's plate.
+    readonly property bool lifted: drag.dragId === repoId
+    // As the heading: under it by the divider's 11, the heading's 24 and
+    // 24 a row when lifted, else in place or moved aside with its group.
+    property real shownTop: lifted ? drag.draggedTop + 11 + 24 * (1 + rowInGroup) : y + (drag.shifts[repoId] || 0)
+    Behavior on shownTop {
+        enabled: row.drag.gliding && !row.lifted
+        ReorderSpring { id: glide }
+    }
+    transform: Translate { y: row.shownTop - row.y }
+    z: lifted || glide.running ? 2 : 0
 
     Accessible.role: Accessible.ListItem
     Accessible.name: title

@@ -31,16 +31,18 @@ QList<QByteArray> prRoles() {
             "failed",      "count",    "countLabel",     "loadingLabel", "prId",
             "number",      "numberText", "numberTemplate", "title",    "author",
             "authorTooltip", "isDraft", "hovered",       "hasPreview", "previewTooltip",
-            "openLabel",   "previewLabel"};
+            "openLabel",   "previewLabel", "groupRows", "rowInGroup"};
 }
 
 std::vector<DiffListModel::Row> prRows(const Model& model) {
+    return prRows(model, RepoGroup::make(model.listRows()));
+}
+
+std::vector<DiffListModel::Row> prRows(const Model& model, const std::vector<RepoGroup>& groups) {
     static const QList<QByteArray> roles = prRoles();
-    const std::vector<ListRow> rows = model.listRows();
     std::vector<DiffListModel::Row> out;
-    out.reserve(rows.size());
     int groupIndex = 0;
-    for (const RepoGroup& group : RepoGroup::make(rows)) {
+    for (const RepoGroup& group : groups) {
         const Repo& repo = group.repo;
         const QVariant repoId = qint64(repo.id);
         out.push_back(makeRow(roles, q(ListRow{repo}.id()),
@@ -52,9 +54,11 @@ std::vector<DiffListModel::Row> prRows(const Model& model) {
                                {"failed", repo.failed},
                                {"count", qint64(repo.count)},
                                {"countLabel", QStringLiteral("%1 open").arg(repo.count)},
-                               {"loadingLabel", QStringLiteral("Loading ") + q(repo.name)}}));
+                               {"loadingLabel", QStringLiteral("Loading ") + q(repo.name)},
+                               {"groupRows", int(group.prs.size())}}));
         const QString numberTemplate = q(group.numberTemplate());
-        for (const PR& pr : group.prs) {
+        for (std::size_t k = 0; k < group.prs.size(); ++k) {
+            const PR& pr = group.prs[k];
             out.push_back(makeRow(
                 roles, q(ListRow{pr}.id()),
                 {{"kind", QStringLiteral("pr")},
@@ -72,7 +76,8 @@ std::vector<DiffListModel::Row> prRows(const Model& model) {
                  {"hasPreview", !pr.preview.empty()},
                  {"previewTooltip", q(previewTooltip(pr.previewSource))},
                  {"openLabel", q(openPrLabel(pr.number))},
-                 {"previewLabel", q(openPreviewLabel(pr.number))}}));
+                 {"previewLabel", q(openPreviewLabel(pr.number))},
+                 {"rowInGroup", int(k)}}));
         }
         ++groupIndex;
     }

@@ -13,6 +13,7 @@
 namespace velmar::ui {
 
 class BrowserIcons;
+struct RepoGroup;
 
 namespace PanelLists {
 
@@ -20,12 +21,16 @@ namespace PanelLists {
 /// "repoId" and "groupIndex" (the group's place in the list, for the divider
 /// above every group but the first).
 /// Headings: "name", "spinning" (queued or loading), "failed", "count",
-/// "countLabel" ("3 open"), "loadingLabel" ("Loading acme/web").
+/// "countLabel" ("3 open"), "loadingLabel" ("Loading acme/web"), "groupRows"
+/// (how many pull request rows follow it).
 /// Pull requests: "prId", "number", "numberText" ("#12"), "numberTemplate",
 /// "title" (trimmed), "author", "authorTooltip" ("by ana"), "isDraft",
-/// "hovered", "hasPreview", "previewTooltip", "openLabel", "previewLabel".
+/// "hovered", "hasPreview", "previewTooltip", "openLabel", "previewLabel",
+/// "rowInGroup" (0 for the first row under its heading).
 QList<QByteArray> prRoles();
 std::vector<DiffListModel::Row> prRows(const Model& model);
+/// The rows of `groups`, in their order: the list as a drag previews it.
+std::vector<DiffListModel::Row> prRows(const Model& model, const std::vector<RepoGroup>& groups);
 
 /// Roles of the browser tiles: "browserId", "name", "initials", "isDefault"
 /// (the system-default entry), "selected", "iconSource" (an image URL, or empty

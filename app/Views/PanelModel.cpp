@@ -9,6 +9,8 @@
 #include "PanelLists.h"
 #include "Records.h"
 
+#include <algorithm>
+
 namespace velmar::ui {
 
 PanelModel::PanelModel(Store& store, BrowserIcons& icons, QObject* parent)
@@ -17,9 +19,10 @@ PanelModel::PanelModel(Store& store, BrowserIcons& icons, QObject* parent)
       icons_(icons),
       now_(derive(store.model())),
       rows_(PanelLists::prRoles(), this),
-      browsers_(PanelLists::browserRoles(), this) {
-    rows_.update(PanelLists::prRows(store_.model()));
-    browsers_.update(PanelLists::browserRows(store_.model(), icons_));
+      browsers_(PanelLists::browserRoles(), this),
+      listDrag_(0.3, 0) {
+    listDrag_.setOnDrop([this](reorder::Id id, int target) { store_.send(msg::MoveRepo{id, target}); });
+    modelChanged();
     connect(&store_, &Store::changed, this, &PanelModel::modelChanged);
 }
 
@@ -46,7 +49,12 @@ void PanelModel::modelChanged() {
     const Model& model = store_.model();
     const Values before = now_;
     now_ = derive(model);
-    rows_.update(PanelLists::prRows(model));
+    std::vector<RepoGroup> groups = RepoGroup::make(model.listRows());
+    std::vector<reorder::Id> ids;
+    for (const RepoGroup& group : groups) ids.push_back(group.id());
+    listDrag_.setEnabled(model.screen == Screen::list && !now_.showsOnboarding);
+    listDrag_.setIds(std::move(ids));
+    rows_.update(PanelLists::prRows(model, groups));
     browsers_.update(PanelLists::browserRows(model, icons_));
     if (before.onSettings != now_.onSettings) emit screenChanged();
     if (before.showsOnboarding != now_.showsOnboarding) emit showsOnboardingChanged();
@@ -59,6 +67,16 @@ void PanelModel::modelChanged() {
     if (before.gh != now_.gh || before.showsGhBanner != now_.showsGhBanner) emit ghChanged();
     if (before.brewInstalled != now_.brewInstalled) emit brewInstalledChanged();
     if (before.previewMenu != now_.previewMenu) emit previewMenuChanged();
+}
+
+bool PanelModel::moveRepoBy(const QVariant& id, int delta) {
+    bool ok = false;
+    const qint64 key = id.toLongLong(&ok);
+    const std::vector<Repo>& repos = store_.model().repos;
+    const auto it = std::find_if(repos.begin(), repos.end(), [&](const Repo& r) { return r.id == key; });
+    if (!ok || it == repos.end()) return false;
+    store_.send(msg::MoveRepo{key, std::int64_t(it - repos.begin()) + delta});
+    return true;
 }
 
 QString PanelModel::ghLoginCommand() const { return QString::fromUtf8(Constants::ghLoginCommand); }

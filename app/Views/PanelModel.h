@@ -11,6 +11,8 @@
 
 #include "BrowserIcons.h"
 #include "DiffListModel.h"
+#include "RepoDragTracker.h"
+#include "RepoGroup.h"
 #include "Store.h"
 
 namespace velmar::ui {
@@ -41,6 +43,8 @@ class PanelModel : public QObject {
     Q_PROPERTY(velmar::ui::DiffListModel* browsers READ browsers CONSTANT)
     /// The preview button's menu (PanelLists::previewMenu).
     Q_PROPERTY(QVariantList previewMenu READ previewMenu NOTIFY previewMenuChanged)
+    /// Dragging of the list's groups by their headings, after a hold of 0.3 s.
+    Q_PROPERTY(velmar::ui::RepoDragTracker* listDrag READ listDrag CONSTANT)
 public:
     PanelModel(Store& store, BrowserIcons& icons, QObject* parent = nullptr);
 
@@ -61,11 +65,17 @@ public:
     DiffListModel* rows() { return &rows_; }
     DiffListModel* browsers() { return &browsers_; }
     QVariantList previewMenu() const { return now_.previewMenu; }
+    RepoDragTracker* listDrag() { return &listDrag_; }
 
     /// Sends the message `message` in its JSON form ({"msg": "open_pr",
     /// "id": 12}), read by the core's own decoder. Returns false, and sends
     /// nothing, when it does not decode.
     Q_INVOKABLE bool send(const QVariantMap& message);
+
+    /// Moves the repository `id` by `delta` places in the watch list (the
+    /// keyboard's Move Up and Move Down); the core holds the index to the
+    /// list's ends. Sends nothing for an unknown id.
+    Q_INVOKABLE bool moveRepoBy(const QVariant& id, int delta);
 
     /// The values the properties show for `model`.
     struct Values {
@@ -107,6 +117,7 @@ private:
     Values now_;
     DiffListModel rows_;
     DiffListModel browsers_;
+    RepoDragTracker listDrag_;
 };
 
 }  // namespace velmar::ui

@@ -1,7 +1,8 @@
 // A repository's heading in the list: branch symbol, name, then a spinner
 // while it loads, "failed" after a failed fetch and the number of open pull
 // requests. From the second group on a divider stands above it. Its context
-// menu opens the repository on GitHub or copies its address.
+// menu opens the repository on GitHub or copies its address. Holding it
+// lifts the group for reordering; Alt+Up and Alt+Down move it by one place.
 import QtQuick
 import QtQuick.Layouts
 
@@ -18,14 +19,43 @@ FocusScope {
     required property var count
     required property string countLabel
     required property string loadingLabel
+    required property int groupRows
 
     readonly property real dividerSpace: groupIndex > 0 ? 11 : 0
+    readonly property var drag: panel.listDrag
+    /// This group is the one being dragged.
+    readonly property bool lifted: drag.dragId === repoId
+    // The group as the drag sees it: the divider's space (also above the
+    // first group, so that every slot is alike), the heading and the rows.
+    readonly property rect groupFrame: Qt.rect(0, dividerSpace - 11, width, 11 + 24 * (1 + groupRows))
 
     implicitHeight: dividerSpace + 24
     activeFocusOnTab: true
 
+    // Where the group is drawn: where the drag puts it when lifted, else its
+    // place in the list, moved aside to make room in a drag's preview.
+    readonly property real slotTop: y + dividerSpace - 11
+    property real shownTop: lifted ? drag.draggedTop : slotTop + (drag.shifts[repoId] || 0)
+    Behavior on shownTop {
+        enabled: header.drag.gliding && !header.lifted
+        ReorderSpring { id: glide }
+    }
+    transform: Translate { y: header.shownTop - header.slotTop }
+    z: lifted || glide.running ? 1 : 0
+
+    function reportLayout() {
+        drag.reportFrame(repoId, header, groupFrame)
+        drag.reportHandle(repoId, header, Qt.rect(row.x, row.y, row.width, row.height))
+    }
+    onYChanged: reportLayout()
+    onGroupFrameChanged: reportLayout()
+    onRepoIdChanged: reportLayout()
+    ListView.onReused: reportLayout()
+    Component.onCompleted: reportLayout()
+
     Accessible.role: Accessible.Heading
     Accessible.name: name
+    Accessible.description: "Alt+Up or Alt+Down moves it"
     Accessible.focusable: true
     // A heading does nothing of its own; Press offers its menu.
     Accessible.onPressAction: menu.openAt(row, 0, row.height)
@@ -34,14 +64,33 @@ FocusScope {
         if (event.key === Qt.Key_Menu) {
             menu.openAt(row, 0, row.height)
             event.accepted = true
+        } else if ((event.modifiers & Qt.AltModifier) && (event.key === Qt.Key_Up || event.key === Qt.Key_Down)) {
+            header.panel.moveRepoBy(header.repoId, event.key === Qt.Key_Up ? -1 : 1)
+            event.accepted = true
         }
     }
     onActiveFocusChanged: if (activeFocus) ListView.view.positionViewAtIndex(index, ListView.Contain)
 
+    // Behind the lifted block: 6 beyond it on either side, 2 above and below.
+    LiftedBackground {
+        z: -1
+        x: 14 - 6
+        y: header.dividerSpace - 2
+        width: header.width - 28 + 12
+        height: 24 * (1 + header.groupRows) + 4
+        theme: header.theme
+        radius: 8
+        opacity: header.lifted ? 1 : 0
+        visible: opacity > 0
+        Behavior on opacity { ReorderSpring {} }
+    }
+
+    // The divider stands 5 above the block, over every group but the one
+    // shown first; never over the lifted one.
     Rectangle {
-        visible: header.groupIndex > 0
+        visible: header.drag.firstId !== header.repoId && !header.lifted
         x: 14 + 20
-        y: 5
+        y: header.dividerSpace - 6
         width: parent.width - x - 14
         height: 1
         color: header.theme.quaternary

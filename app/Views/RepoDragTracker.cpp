@@ -1,0 +1,238 @@
+// The event filter, the hold timer and the closed-hand cursor around
+// RepoDragState.
+#include "RepoDragTracker.h"
+
+#include <QCursor>
+#include <QGuiApplication>
+#include <QMouseEvent>
+#include <QQuickWindow>
+#include <QStyleHints>
+#include <algorithm>
+#include <cmath>
+
+#include "HitTest.h"
+
+namespace velmar::ui {
+
+RepoDragTracker::RepoDragTracker(std::optional<double> holdDelay, double trailingClearance, QObject* parent)
+    : QObject(parent), state_(holdDelay, trailingClearance) {
+    hold_.setSingleShot(true);
+    hold_.setTimerType(Qt::PreciseTimer);
+    if (holdDelay) hold_.setInterval(int(std::lround(*holdDelay * 1000)));
+    connect(&hold_, &QTimer::timeout, this, [this] {
+        if (state_.press()) apply(state_.holdFired(state_.press()->id));
+    });
+    // Long enough for the spring to come to rest.
+    glide_.setSingleShot(true);
+    glide_.setInterval(400);
+    connect(&glide_, &QTimer::timeout, this, [this] { setGliding(state_.drag().has_value()); });
+}
+
+RepoDragTracker::~RepoDragTracker() {
+    if (installed_ && qApp != nullptr) qApp->removeEventFilter(this);
+    if (cursorPushed_) QGuiApplication::restoreOverrideCursor();
+}
+
+void RepoDragTracker::setView(QQuickItem* view) {
+    if (view_ == view) return;
+    if (view_) disconnect(view_, &QObject::destroyed, this, nullptr);
+    view_ = view;
+    for (const auto& [id, report] : frameReports_)
+        if (auto r = toSpace(report.item, report.rect)) state_.reportFrame(id, *r);
+    for (const auto& [id, report] : handleReports_)
+        if (auto r = toSpace(report.item, report.rect)) state_.reportHandle(id, *r);
+    // The pointer is already null when the list goes away.
+    if (view) connect(view, &QObject::destroyed, this, [this] {
+        uninstall();
+        emit viewChanged();
+    });
+    view ? install() : uninstall();
+    emit viewChanged();
+}
+
+void RepoDragTracker::install() {
+    if (installed_) return;
+    qApp->installEventFilter(this);
+    installed_ = true;
+}
+
+void RepoDragTracker::uninstall() {
+    if (installed_) qApp->removeEventFilter(this);
+    installed_ = false;
+    cancel();
+}
+
+QVariant RepoDragTracker::dragId() const {
+    return state_.drag() ? QVariant(qint64(state_.drag()->id)) : QVariant();
+}
+
+QVariant RepoDragTracker::firstId() const {
+    return shown_.empty() ? QVariant() : QVariant(qint64(shown_.front()));
+}
+
+void RepoDragTracker::setIds(std::vector<reorder::Id> ids) {
+    const bool reordered = ids != state_.ids() && std::is_permutation(ids.begin(), ids.end(), state_.ids().begin(),
+                                                                      state_.ids().end());
+    // Before the rows move, so that they glide from where they stood.
+    if (reordered) setGliding(true);
+    apply(state_.setIds(std::move(ids)));
+    const auto& now = state_.ids();
+    for (auto* reports : {&frameReports_, &handleReports_})
+        std::erase_if(*reports, [&](const auto& e) { return std::find(now.begin(), now.end(), e.first) == now.end(); });
+    updateShifts();
+}
+
+void RepoDragTracker::setEnabled(bool enabled) { apply(state_.setEnabled(enabled)); }
+void RepoDragTracker::cancel() { apply(state_.cancel()); }
+
+void RepoDragTracker::setGliding(bool on) {
+    if (on && !state_.drag()) glide_.start();
+    if (gliding_ == on) return;
+    gliding_ = on;
+    emit glidingChanged();
+}
+
+void RepoDragTracker::updateShifts() {
+    std::vector<reorder::Id> shown = state_.shownIds();
+    if (shown == shown_) return;
+    shown_ = std::move(shown);
+    shifts_.clear();
+    for (const auto& [id, shift] : reorder::shifts(state_.ids(), shown_, state_.frames()))
+        if (shift != 0) shifts_.insert(QString::number(id), shift);
+    emit shiftsChanged();
+}
+
+void RepoDragTracker::apply(const reorder::Outcome& out) {
+    if (out.stopHold) hold_.stop();
+    if (out.startHold) hold_.start();
+    if (out.lifted) setGliding(true);
+    // At the end the lifted flag goes first, then the model moves, then the
+    // id and last the offsets: the view settles the item from where it was
+    // let go into its new place.
+    if (out.ended) {
+        if (cursorPushed_) QGuiApplication::restoreOverrideCursor();
+        cursorPushed_ = false;
+        if (lifted_) {
+            lifted_ = false;
+            emit liftedChanged();
+        }
+    }
+    if (out.drop && onDrop_) onDrop_(out.drop->first, out.drop->second);
+    if (out.lifted || out.ended) emit dragIdChanged();
+    if (out.dragChanged) {
+        emit dragChanged();
+        updateShifts();
+    }
+    if (out.lifted) {
+        if (!cursorPushed_) QGuiApplication::setOverrideCursor(QCursor(Qt::ClosedHandCursor));
+        cursorPushed_ = true;
+        lifted_ = true;
+        emit liftedChanged();
+    }
+    if (out.ended) setGliding(true);
+}
+
+QQuickItem* RepoDragTracker::space() const {
+    if (!view_) return nullptr;
+    if (view_->inherits("QQuickFlickable"))
+        if (auto* content = view_->property("contentItem").value<QQuickItem*>()) return content;
+    return view_;
+}
+
+std::optional<reorder::Rect> RepoDragTracker::toSpace(QQuickItem* item, const QRectF& rect) const {
+    QQuickItem* to = space();
+    if (item == nullptr || to == nullptr) return std::nullopt;
+    // The item's own transform is how it is drawn for the moment (moved
+    // aside, lifted); its frame is its place in the layout.
+    QQuickItem* parent = item->parentItem();
+    const QRectF laid = rect.translated(item->position());
+    const QRectF r = parent ? parent->mapRectToItem(to, laid) : laid;
+    return reorder::Rect{r.x(), r.y(), r.width(), r.height()};
+}
+
+reorder::Point RepoDragTracker::toSpace(QPointF scenePoint) const {
+    QQuickItem* to = space();
+    const QPointF p = to ? to->mapFromScene(scenePoint) : scenePoint;
+    return {p.x(), p.y()};
+}
+
+void RepoDragTracker::reportFrame(const QVariant& id, QQuickItem* item, const QRectF& rect) {
+    bool ok = false;
+    const qint64 key = id.toLongLong(&ok);
+    if (!ok || item == nullptr) return;
+    frameReports_[key] = {item, rect};
+    if (auto r = toSpace(item, rect)) state_.reportFrame(key, *r);
+}
+
+void RepoDragTracker::reportHandle(const QVariant& id, QQuickItem* item, const QRectF& rect) {
+    bool ok = false;
+    const qint64 key = id.toLongLong(&ok);
+    if (!ok || item == nullptr) return;
+    handleReports_[key] = {item, rect};
+    if (auto r = toSpace(item, rect)) state_.reportHandle(key, *r);
+}
+
+bool RepoDragTracker::isVisible(QPointF scenePoint) const {
+    // The point must show the list itself: not a menu, a popover or the
+    // other screen lying over it.
+    return view_ && HitTest::within(HitTest::itemAt(view_->window(), scenePoint), view_);
+}
+
+int RepoDragTracker::clickCount(ulong timestamp, QPointF scenePoint) {
+    const QStyleHints* hints = QGuiApplication::styleHints();
+    const QPointF d = scenePoint - lastPressPoint_;
+    const bool series = clicks_ > 0 && timestamp >= lastPressTime_ &&
+                        timestamp - lastPressTime_ < ulong(hints->mouseDoubleClickInterval()) &&
+                        std::max(std::abs(d.x()), std::abs(d.y())) <= hints->mouseDoubleClickDistance();
+    clicks_ = series ? clicks_ + 1 : 1;
+    lastPressTime_ = timestamp;
+    lastPressPoint_ = scenePoint;
+    return clicks_;
+}
+
+bool RepoDragTracker::eventFilter(QObject* watched, QEvent* event) {
+    if (!view_ || watched != view_->window()) return false;
+    switch (event->type()) {
+        case QEvent::MouseButtonPress: {
+            const auto* e = static_cast<QMouseEvent*>(event);
+            if (e->button() != Qt::LeftButton) {
+                // A second button during a press ends the reorder, and its
+                // click belongs to nobody.
+                if (!state_.press()) return false;
+                cancel();
+                return true;
+            }
+            const QPointF at = e->scenePosition();
+            const int count = clickCount(e->timestamp(), at);
+            const reorder::Outcome out =
+                state_.mouseDown(toSpace(at), count, [&](reorder::Point) { return isVisible(at); });
+            apply(out);
+            return out.consumed;
+        }
+        case QEvent::MouseMove: {
+            const auto* e = static_cast<QMouseEvent*>(event);
+            if (!(e->buttons() & Qt::LeftButton)) {
+                // The release went elsewhere: nothing may stay pressed or lifted.
+                if (state_.press()) cancel();
+                return false;
+            }
+            const reorder::Outcome out = state_.mouseDragged(toSpace(e->scenePosition()));
+            apply(out);
+            return out.consumed;
+        }
+        case QEvent::MouseButtonRelease: {
+            if (static_cast<QMouseEvent*>(event)->button() != Qt::LeftButton) return false;
+            const reorder::Outcome out = state_.mouseUp();
+            apply(out);
+            return out.consumed;
+        }
+        case QEvent::FocusOut:
+        case QEvent::WindowDeactivate:
+        case QEvent::Hide:
+            if (state_.press()) cancel();
+            return false;
+        default: return false;
+    }
+}
+
+}  // namespace velmar::ui

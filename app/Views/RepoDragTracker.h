@@ -1,0 +1,133 @@
+// Reordering by drag in one list. An application-wide event filter sees the
+// left button before any item does and swallows the events that belong to a
+// reorder, so nothing under the pointer reacts to them; the states and the
+// geometry are RepoDragState's. QML reads the lifted item and its offset,
+// reports the items' frames, and sets `view` while the list is on screen.
+#pragma once
+
+#include <QObject>
+#include <QPointF>
+#include <QPointer>
+#include <QQuickItem>
+#include <QTimer>
+#include <QVariant>
+#include <QVariantMap>
+#include <functional>
+#include <unordered_map>
+
+#include "RepoDrag.h"
+
+namespace velmar::ui {
+
+class RepoDragTracker : public QObject {
+    Q_OBJECT
+    /// The scrolling list while it is on screen: setting it installs the
+    /// filter, clearing it removes the filter and cancels. Frames are taken
+    /// in its content's coordinates.
+    Q_PROPERTY(QQuickItem* view READ view WRITE setView NOTIFY viewChanged)
+    /// An item is lifted. At a drop it clears first, then the model moves,
+    /// then `dragId`, then the rest: a view settles the item from where it
+    /// was let go into its new place.
+    Q_PROPERTY(bool lifted READ lifted NOTIFY liftedChanged)
+    /// The lifted item's id; undefined when none. It changes at a lift and
+    /// at the end, not with every move.
+    Q_PROPERTY(QVariant dragId READ dragId NOTIFY dragIdChanged)
+    /// The lifted item's vertical offset from its slot in the preview.
+    Q_PROPERTY(double draggedOffset READ draggedOffset NOTIFY dragChanged)
+    /// Where the lifted item's top is drawn, in the list content's coordinates.
+    Q_PROPERTY(double draggedTop READ draggedTop NOTIFY dragChanged)
+    /// By item id (as text): how far the others stand from their resting
+    /// places in the preview. Changes only when the preview's order does.
+    Q_PROPERTY(QVariantMap shifts READ shifts NOTIFY shiftsChanged)
+    /// The item shown first, which has no divider above it.
+    Q_PROPERTY(QVariant firstId READ firstId NOTIFY shiftsChanged)
+    /// Changes of place should glide: during a drag, while a dropped item
+    /// settles, and for a moment after the order changed.
+    Q_PROPERTY(bool gliding READ gliding NOTIFY glidingChanged)
+public:
+    using DropHandler = std::function<void(reorder::Id id, int target)>;
+
+    /// `holdDelay` in seconds: present, a press lifts after holding still
+    /// that long; absent, it lifts on moving. `trailingClearance`: the strip
+    /// at a frame's trailing edge that does not start a press.
+    RepoDragTracker(std::optional<double> holdDelay, double trailingClearance, QObject* parent = nullptr);
+    ~RepoDragTracker() override;
+
+    QQuickItem* view() const { return view_; }
+    void setView(QQuickItem* view);
+    bool lifted() const { return lifted_; }
+    QVariant dragId() const;
+    double draggedOffset() const { return state_.draggedOffset(); }
+    double draggedTop() const { return state_.draggedTop(); }
+    QVariantMap shifts() const { return shifts_; }
+    QVariant firstId() const;
+    bool gliding() const { return gliding_; }
+    const reorder::RepoDragState& state() const { return state_; }
+    bool installed() const { return installed_; }
+
+    /// Called once per committed drop, with the target index among the ids.
+    void setOnDrop(DropHandler onDrop) { onDrop_ = std::move(onDrop); }
+    /// The items in the order shown; a drag of an item that left is
+    /// cancelled, and a new order glides into place.
+    void setIds(std::vector<reorder::Id> ids);
+    /// Off: events pass untouched and a drag in progress is cancelled.
+    void setEnabled(bool enabled);
+    /// Back to idle, with no drop.
+    void cancel();
+
+    /// The frame of item `id`: `rect` in `item`'s coordinates.
+    Q_INVOKABLE void reportFrame(const QVariant& id, QQuickItem* item, const QRectF& rect);
+    /// The press area of item `id`, where it is smaller than its frame.
+    Q_INVOKABLE void reportHandle(const QVariant& id, QQuickItem* item, const QRectF& rect);
+
+signals:
+    void viewChanged();
+    void liftedChanged();
+    void dragIdChanged();
+    /// The drag moved, began or ended: one notification per pointer event.
+    void dragChanged();
+    void shiftsChanged();
+    void glidingChanged();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void install();
+    void uninstall();
+    void apply(const reorder::Outcome& out);
+    void updateShifts();
+    void setGliding(bool on);
+    /// The space frames are kept in: the list's content.
+    QQuickItem* space() const;
+    std::optional<reorder::Rect> toSpace(QQuickItem* item, const QRectF& rect) const;
+    reorder::Point toSpace(QPointF scenePoint) const;
+    bool isVisible(QPointF scenePoint) const;
+    int clickCount(ulong timestamp, QPointF scenePoint);
+
+    reorder::RepoDragState state_;
+    DropHandler onDrop_;
+    QPointer<QQuickItem> view_;
+    QTimer hold_;
+    QTimer glide_;
+    bool installed_ = false;
+    bool lifted_ = false;
+    bool gliding_ = false;
+    bool cursorPushed_ = false;
+    std::vector<reorder::Id> shown_;
+    // The latest reports as given, so that they can be taken into the list's
+    // space once it is known: items report before the list is on screen.
+    struct Report {
+        QPointer<QQuickItem> item;
+        QRectF rect;
+    };
+    std::unordered_map<reorder::Id, Report> frameReports_;
+    std::unordered_map<reorder::Id, Report> handleReports_;
+    QVariantMap shifts_;
+    // The last left press, to count the clicks of a series.
+    ulong lastPressTime_ = 0;
+    QPointF lastPressPoint_;
+    int clicks_ = 0;
+};
+
+}  // namespace velmar::ui
