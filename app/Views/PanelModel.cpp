@@ -55,6 +55,7 @@ void PanelModel::modelChanged() {
     listDrag_.setEnabled(model.screen == Screen::list && !now_.showsOnboarding);
     listDrag_.setIds(std::move(ids));
     rows_.update(PanelLists::prRows(model, groups));
+    listDrag_.rowsFollowed();
     browsers_.update(PanelLists::browserRows(model, icons_));
     if (before.onSettings != now_.onSettings) emit screenChanged();
     if (before.showsOnboarding != now_.showsOnboarding) emit showsOnboardingChanged();

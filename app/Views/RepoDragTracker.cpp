@@ -79,6 +79,12 @@ void RepoDragTracker::setIds(std::vector<reorder::Id> ids) {
     const auto& now = state_.ids();
     for (auto* reports : {&frameReports_, &handleReports_})
         std::erase_if(*reports, [&](const auto& e) { return std::find(now.begin(), now.end(), e.first) == now.end(); });
+}
+
+void RepoDragTracker::rowsFollowed() {
+    // Laid out at once, so that the rows' new places and the end of their
+    // shifts reach the screen in the same frame: nothing jumps at a drop.
+    if (view_) view_->ensurePolished();
     updateShifts();
 }
 
@@ -93,9 +99,11 @@ void RepoDragTracker::setGliding(bool on) {
 }
 
 void RepoDragTracker::updateShifts() {
+    // The shifts lead from the resting order to the shown one: either may change.
     std::vector<reorder::Id> shown = state_.shownIds();
-    if (shown == shown_) return;
+    if (shown == shown_ && state_.ids() == shiftedFrom_) return;
     shown_ = std::move(shown);
+    shiftedFrom_ = state_.ids();
     shifts_.clear();
     for (const auto& [id, shift] : reorder::shifts(state_.ids(), shown_, state_.frames()))
         if (shift != 0) shifts_.insert(QString::number(id), shift);

@@ -68,8 +68,10 @@ public:
     /// Called once per committed drop, with the target index among the ids.
     void setOnDrop(DropHandler onDrop) { onDrop_ = std::move(onDrop); }
     /// The items in the order shown; a drag of an item that left is
-    /// cancelled, and a new order glides into place.
+    /// cancelled, and a new order glides into place. Call before the list's
+    /// rows change, and `rowsFollowed` after.
     void setIds(std::vector<reorder::Id> ids);
+    void rowsFollowed();
     /// Off: events pass untouched and a drag in progress is cancelled.
     void setEnabled(bool enabled);
     /// Back to idle, with no drop.
@@ -115,6 +117,7 @@ private:
     bool gliding_ = false;
     bool cursorPushed_ = false;
     std::vector<reorder::Id> shown_;
+    std::vector<reorder::Id> shiftedFrom_;
     // The latest reports as given, so that they can be taken into the list's
     // space once it is known: items report before the list is on screen.
     struct Report {

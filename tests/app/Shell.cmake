@@ -21,5 +21,6 @@ if(TARGET VelmarShell)
                                         $<TARGET_FILE:velmar> $<TARGET_FILE:png_probe>)
   add_test(NAME shell_placement COMMAND bash ${CMAKE_CURRENT_LIST_DIR}/PlacementTest.sh
                                         $<TARGET_FILE:velmar> ${CMAKE_CURRENT_LIST_DIR}/x11win.py)
-  set_tests_properties(shell_snapshots shell_placement PROPERTIES TIMEOUT 120)
+  add_test(NAME shell_drag COMMAND bash ${CMAKE_CURRENT_LIST_DIR}/DragTest.sh $<TARGET_FILE:velmar>)
+  set_tests_properties(shell_snapshots shell_placement shell_drag PROPERTIES TIMEOUT 120)
 endif()

@@ -99,6 +99,34 @@ TEST_F(list_drag, holding_a_heading_lifts_its_group_and_the_drop_sends_one_move)
     EXPECT_EQ(heading("acme/web"), start);
 }
 
+TEST_F(list_drag, after_the_core_moves_the_group_everything_rests_in_its_new_place) {
+    h.runCore(true);
+    const QPoint start = heading("acme/web");
+    const QPoint at = liftAndMove("acme/web", 135);
+    QTest::qWait(400);  // the others have made room
+    QTest::mouseRelease(&h.view(), Qt::LeftButton, {}, at);
+    EXPECT_EQ(h.takeSent(), (Sent{R"({"id":1,"index":2,"msg":"move_repo"})"}));
+    // The others were already in their places: nothing of theirs moves.
+    QTest::qWait(20);
+    EXPECT_EQ(heading("acme/api"), start);
+    EXPECT_EQ(heading("acme/docs"), start + QPoint(0, 59));
+    QTest::qWait(500);
+    // api (heading and a row, 48), docs (35 with its divider), web (83), site.
+    const std::pair<const char*, int> rest[] = {{"acme/api", 0}, {"acme/docs", 59}, {"acme/web", 94}, {"acme/site", 177}};
+    for (auto [name, dy] : rest) EXPECT_EQ(heading(name), start + QPoint(0, dy)) << name;
+    // The rows went with their group.
+    const QPoint fix = h.view().mapFromGlobal(h.find("Fix login")->rect().center());
+    EXPECT_NEAR(fix.y(), start.y() + 94 + 24, 1);
+
+    // And a second drag starts from there: site up to the top.
+    const QPoint again = liftAndMove("acme/site", -300);
+    QTest::mouseRelease(&h.view(), Qt::LeftButton, {}, again);
+    EXPECT_EQ(h.takeSent(), (Sent{R"({"id":4,"index":0,"msg":"move_repo"})"}));
+    QTest::qWait(500);
+    EXPECT_EQ(heading("acme/site"), start);
+    EXPECT_EQ(heading("acme/api"), start + QPoint(0, 35));
+}
+
 TEST_F(list_drag, dragging_up_to_the_top_and_the_last_group) {
     struct Row {
         const char* name;

@@ -138,6 +138,29 @@ TEST(repo_drag, the_lifted_item_follows_the_pointer_within_the_list) {
     EXPECT_DOUBLE_EQ(draggedOffset({1, 2}, {2, 1}, Drag{1, 5}, frames), -5);
 }
 
+TEST(repo_drag, the_others_stand_aside_by_the_heights_they_pass) {
+    const Frames frames = {{1, {0, 0, 10, 100}}, {2, {0, 100, 10, 10}}};
+    using Shifts = std::unordered_map<Id, double>;
+    EXPECT_EQ(shifts(abc, abc, {}), (Shifts{{1, 0}, {2, 0}, {3, 0}}));
+    EXPECT_EQ(shifts(abc, {2, 1, 3}, {}), (Shifts{{1, 44}, {2, -44}, {3, 0}}));
+    EXPECT_EQ(shifts(abc, {3, 1, 2}, {}), (Shifts{{1, 44}, {2, 44}, {3, -88}}));
+    // The tall item moving down lets the short one up by its own height.
+    EXPECT_EQ(shifts({1, 2, 3}, {2, 1, 3}, frames), (Shifts{{1, 10}, {2, -100}, {3, 0}}));
+
+    // Drawn where the preview puts it: the slot counted from the first
+    // item's resting top, plus the offset.
+    RepoDragState s(std::nullopt, 0);
+    s.setIds({1, 2});
+    s.reportFrame(1, {0, -9, 10, 100});
+    s.reportFrame(2, {0, 91, 10, 10});
+    s.mouseDown({1, 0}, 1, [](Point) { return true; });
+    s.mouseDragged({1, 7});
+    EXPECT_DOUBLE_EQ(s.draggedTop(), -9 + 7);
+    s.mouseDragged({1, 500});
+    EXPECT_EQ(s.shownIds(), (std::vector<Id>{2, 1}));
+    EXPECT_DOUBLE_EQ(s.draggedTop(), -9 + 10);
+}
+
 TEST(repo_drag, press_areas_are_handles_or_frames_less_the_trailing_strip) {
     struct Row {
         std::vector<Id> ids;

@@ -39,6 +39,7 @@ ScreenHarness::ScreenHarness()
                   return {std::move(next), {}};
               }
               sent_.push_back(msg);
+              if (runCore_) return {update(model, msg).first, {}};
               return {model, {}};
           },
           nullptr),

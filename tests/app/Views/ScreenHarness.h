@@ -40,11 +40,16 @@ public:
     /// Right click on the centre of `name`'s element.
     void rightClick(const QString& name);
 
+    /// Messages go through the core's own step too (their effects are
+    /// dropped), for tests that need the model to follow, as after a drop.
+    void runCore(bool on) { runCore_ = on; }
+
     QQuickView& view() { return view_; }
     ui::PanelModel& panel() { return panel_; }
 
 private:
     std::optional<Model> seed_;
+    bool runCore_ = false;
     std::vector<Msg> sent_;
     Store store_;
     ui::Theme theme_;
