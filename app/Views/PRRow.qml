@@ -35,7 +35,7 @@ FocusScope {
     readonly property bool lifted: drag.dragId === repoId
     // As the heading: under it by the divider's 11, the heading's 24 and
     // 24 a row when lifted, else in place or moved aside with its group.
-    property real shownTop: lifted ? drag.draggedTop + 11 + 24 * (1 + rowInGroup) : y + (drag.shifts[repoId] || 0)
+    property real shownTop: lifted ? drag.draggedTop + 11 + 24 * (1 + rowInGroup) : y + drag.shiftOf(repoId, drag.shiftsRevision)
     Behavior on shownTop {
         enabled: row.drag.gliding && !row.lifted
         ReorderSpring { id: glide }

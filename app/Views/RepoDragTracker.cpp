@@ -104,10 +104,14 @@ void RepoDragTracker::updateShifts() {
     if (shown == shown_ && state_.ids() == shiftedFrom_) return;
     shown_ = std::move(shown);
     shiftedFrom_ = state_.ids();
-    shifts_.clear();
-    for (const auto& [id, shift] : reorder::shifts(state_.ids(), shown_, state_.frames()))
-        if (shift != 0) shifts_.insert(QString::number(id), shift);
+    shifts_ = reorder::shifts(state_.ids(), shown_, state_.frames());
+    ++shiftsRevision_;
     emit shiftsChanged();
+}
+
+double RepoDragTracker::shiftOf(const QVariant& id, int) const {
+    const auto it = shifts_.find(id.toLongLong());
+    return it == shifts_.end() ? 0 : it->second;
 }
 
 void RepoDragTracker::apply(const reorder::Outcome& out) {
@@ -244,3 +248,4 @@ bool RepoDragTracker::eventFilter(QObject* watched, QEvent* event) {
 }
 
 }  // namespace velmar::ui
+

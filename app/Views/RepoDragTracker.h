@@ -11,7 +11,6 @@
 #include <QQuickItem>
 #include <QTimer>
 #include <QVariant>
-#include <QVariantMap>
 #include <functional>
 #include <unordered_map>
 
@@ -36,9 +35,9 @@ class RepoDragTracker : public QObject {
     Q_PROPERTY(double draggedOffset READ draggedOffset NOTIFY dragChanged)
     /// Where the lifted item's top is drawn, in the list content's coordinates.
     Q_PROPERTY(double draggedTop READ draggedTop NOTIFY dragChanged)
-    /// By item id (as text): how far the others stand from their resting
-    /// places in the preview. Changes only when the preview's order does.
-    Q_PROPERTY(QVariantMap shifts READ shifts NOTIFY shiftsChanged)
+    /// Counts the changes of the preview's order; pass it to `shiftOf`, so
+    /// that a binding reads the shifts again when they change.
+    Q_PROPERTY(int shiftsRevision READ shiftsRevision NOTIFY shiftsChanged)
     /// The item shown first, which has no divider above it.
     Q_PROPERTY(QVariant firstId READ firstId NOTIFY shiftsChanged)
     /// Changes of place should glide: during a drag, while a dropped item
@@ -59,7 +58,12 @@ public:
     QVariant dragId() const;
     double draggedOffset() const { return state_.draggedOffset(); }
     double draggedTop() const { return state_.draggedTop(); }
-    QVariantMap shifts() const { return shifts_; }
+    int shiftsRevision() const { return shiftsRevision_; }
+    /// How far item `id` stands from its resting place in the preview: the
+    /// others make room for the lifted one. (A map property would be copied
+    /// whole into every binding that reads it.)
+    Q_INVOKABLE double shiftOf(const QVariant& id, int revision = 0) const;
+    const std::unordered_map<reorder::Id, double>& shifts() const { return shifts_; }
     QVariant firstId() const;
     bool gliding() const { return gliding_; }
     const reorder::RepoDragState& state() const { return state_; }
@@ -126,7 +130,8 @@ private:
     };
     std::unordered_map<reorder::Id, Report> frameReports_;
     std::unordered_map<reorder::Id, Report> handleReports_;
-    QVariantMap shifts_;
+    std::unordered_map<reorder::Id, double> shifts_;
+    int shiftsRevision_ = 0;
     // The last left press, to count the clicks of a series.
     ulong lastPressTime_ = 0;
     QPointF lastPressPoint_;

@@ -35,7 +35,7 @@ FocusScope {
     // Where the group is drawn: where the drag puts it when lifted, else its
     // place in the list, moved aside to make room in a drag's preview.
     readonly property real slotTop: y + dividerSpace - 11
-    property real shownTop: lifted ? drag.draggedTop : slotTop + (drag.shifts[repoId] || 0)
+    property real shownTop: lifted ? drag.draggedTop : slotTop + drag.shiftOf(repoId, drag.shiftsRevision)
     Behavior on shownTop {
         enabled: header.drag.gliding && !header.lifted
         ReorderSpring { id: glide }
