@@ -54,6 +54,13 @@ private:
     bool loaded_ = false;
 };
 
+/// The first accessible element of `window` named `name` (depth first,
+/// shown elements only), or null.
+QAccessibleInterface* findAccessible(QWindow& window, const QString& name);
+/// Presses the element through its accessibility Press action; false when
+/// there is no such element or it has no Press action.
+bool pressAccessible(QWindow& window, const QString& name);
+
 /// A model as after start-up: onboarded, every file read, gh signed in.
 Model readyModel();
 Repo repo(std::int64_t id, const std::string& name, RepoState state = RepoState::ok, std::int64_t count = 0);
