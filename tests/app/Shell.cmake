@@ -1,5 +1,5 @@
 # The windowed application: unit tests, the delegate in-process, whole runs offscreen and on Xvfb.
-find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Test)
+find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Test DBus)
 
 if(TARGET VelmarShell)
   add_executable(shell_tests ${CMAKE_CURRENT_LIST_DIR}/StoreTest.cpp
@@ -7,7 +7,11 @@ if(TARGET VelmarShell)
   target_link_libraries(shell_tests PRIVATE VelmarShell Qt6::Test GTest::gtest GTest::gtest_main)
   add_executable(shell_window_tests ${CMAKE_CURRENT_LIST_DIR}/AppDelegateTest.cpp)
   target_link_libraries(shell_window_tests PRIVATE VelmarShell Qt6::Test GTest::gtest)
-  foreach(target shell_tests shell_window_tests)
+  add_executable(desktop_tests ${CMAKE_CURRENT_LIST_DIR}/DesktopTest.cpp)
+  target_link_libraries(desktop_tests PRIVATE VelmarShell Qt6::Test GTest::gtest)
+  target_compile_definitions(desktop_tests PRIVATE
+                             VELMAR_FAKE_PORTAL="${CMAKE_CURRENT_LIST_DIR}/fake_portal.py")
+  foreach(target shell_tests shell_window_tests desktop_tests)
     gtest_discover_tests(${target} DISCOVERY_TIMEOUT 60 PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
   endforeach()
 
