@@ -52,8 +52,10 @@ bool parsePortalContrast(const QVariant& value) { return unsignedValue(value) ==
 PortalSettings::PortalSettings(const QDBusConnection& bus, QObject* parent)
     : QObject(parent), bus_(bus) {
     if (!bus_.isConnected()) return;
+    // The whole message, not typed arguments: a signal with other argument
+    // types still arrives and is read like any other value.
     bus_.connect(service, path, interface, QStringLiteral("SettingChanged"), this,
-                 SLOT(settingChanged(QString, QString, QDBusVariant)));
+                 SLOT(settingChanged(QDBusMessage)));
     // A portal that starts after us (or restarts) is read afresh.
     auto* watcher = new QDBusServiceWatcher(service, bus_, QDBusServiceWatcher::WatchForRegistration, this);
     connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, [this] {
@@ -84,9 +86,10 @@ void PortalSettings::read(const QString& key, bool oldMethod) {
             });
 }
 
-void PortalSettings::settingChanged(const QString& group, const QString& key,
-                                    const QDBusVariant& value) {
-    if (group == appearance) apply(key, value.variant());
+void PortalSettings::settingChanged(const QDBusMessage& message) {
+    const QList<QVariant> arguments = message.arguments();
+    if (arguments.size() == 3 && arguments[0].toString() == appearance)
+        apply(arguments[1].toString(), arguments[2]);
 }
 
 void PortalSettings::apply(const QString& key, const QVariant& value) {

@@ -8,7 +8,7 @@
 #include <QString>
 #include <QVariant>
 
-class QDBusVariant;
+class QDBusMessage;
 
 namespace velmar {
 
@@ -39,7 +39,7 @@ signals:
     void changed();
 
 private slots:
-    void settingChanged(const QString& group, const QString& key, const QDBusVariant& value);
+    void settingChanged(const QDBusMessage& message);
 
 private:
     void read(const QString& key, bool oldMethod = false);

@@ -22,4 +22,14 @@ if(TARGET VelmarShell)
   add_test(NAME shell_placement COMMAND bash ${CMAKE_CURRENT_LIST_DIR}/PlacementTest.sh
                                         $<TARGET_FILE:velmar> ${CMAKE_CURRENT_LIST_DIR}/x11win.py)
   set_tests_properties(shell_snapshots shell_placement PROPERTIES TIMEOUT 120)
+
+  # The desktop integration as a user meets it: the installed files and the
+  # Debian package, one panel per home on Xvfb, "Auto" following a fake portal.
+  add_test(NAME desktop_install COMMAND bash ${CMAKE_CURRENT_LIST_DIR}/InstallTest.sh
+                                        ${CMAKE_BINARY_DIR} $<TARGET_FILE:png_probe> ${PROJECT_VERSION})
+  add_test(NAME desktop_single_instance COMMAND bash ${CMAKE_CURRENT_LIST_DIR}/SingleInstanceTest.sh
+           $<TARGET_FILE:velmar> ${CMAKE_CURRENT_LIST_DIR}/x11win.py ${PROJECT_SOURCE_DIR}/data/velmar.desktop)
+  add_test(NAME desktop_portal COMMAND bash ${CMAKE_CURRENT_LIST_DIR}/PortalTest.sh
+           $<TARGET_FILE:velmar> $<TARGET_FILE:png_probe> ${CMAKE_CURRENT_LIST_DIR}/fake_portal.py)
+  set_tests_properties(desktop_install desktop_single_instance desktop_portal PROPERTIES TIMEOUT 120)
 endif()
