@@ -2,7 +2,7 @@
 # One panel per configuration folder, on Xvfb without a window manager: a second start with the
 # same home exits 0 and the first panel takes the focus back; another home is another panel;
 # --headless never asks; a panel killed with -9 does not block the next start; two starts at once
-# leave one panel; and the window's class is the one the desktop entry names.
+# leave one panel; and the window has an icon and the class that the desktop entry names.
 set -uo pipefail
 velmar=$1 x11win=$2 desktop=$3
 [ -n "${DISPLAY:-}" ] || exec xvfb-run -a -s "-screen 0 1280x1024x24" bash "$0" "$@"
@@ -47,10 +47,14 @@ out=$(echo '{"msg":"boot"}' | VELMAR_HOME="$work/a" timeout 20 "$velmar" --headl
 
 class=$(sed -n 's/^StartupWMClass=//p' "$desktop")
 [ "$(x11 class Velmar)" = "velmar $class" ] || fail "window class '$(x11 class Velmar)', entry says '$class'"
+[ -n "$(x11 icons Velmar)" ] || fail "the window has no icon"
 
 { kill -9 "$a" && wait "$a"; } 2>/dev/null
 start a && a=$pid
 within has_window "$a" || fail "after kill -9 the next start has no window"
+VELMAR_HOME="$work/a" timeout 20 "$velmar"
+status=$?
+[ $status -eq 0 ] || fail "after kill -9 the new panel does not serve its home: status $status"
 
 start c && c1=$pid
 start c && c2=$pid

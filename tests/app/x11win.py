@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Test helper, X11 without a window manager: `geometry TITLE` prints "x y width height", `move TITLE X Y`,
 `class TITLE` prints "instance class", `pids TITLE` the process ids of the mapped windows so titled,
-`focus` the process id of the window that has the input focus."""
+`focus` the process id of the window that has the input focus, `icons TITLE` the widths of its icons."""
 import ctypes as C
 import ctypes.util
 import sys
@@ -42,11 +42,24 @@ def title(display, window):
     return name.value.decode() if x.XFetchName(display, window, C.byref(name)) and name.value else ""
 
 
-def pid(display, window):
+def cardinals(display, window, name, most):
     kind, size, count, rest, data = W(), I(), C.c_ulong(), C.c_ulong(), P(C.c_ubyte)()
-    x.XGetWindowProperty(display, window, x.XInternAtom(display, b"_NET_WM_PID", 0), 0, 1, 0, 0,
+    x.XGetWindowProperty(display, window, x.XInternAtom(display, name, 0), 0, most, 0, 0,
                          C.byref(kind), C.byref(size), C.byref(count), C.byref(rest), C.byref(data))
-    return C.cast(data, P(C.c_long))[0] if count.value else 0
+    return C.cast(data, P(C.c_long))[:count.value] if count.value else []
+
+
+def pid(display, window):
+    return (cardinals(display, window, b"_NET_WM_PID", 1) or [0])[0]
+
+
+def icon_widths(display, window):
+    # _NET_WM_ICON: width, height and width * height pixels, for each size.
+    data, at, widths = cardinals(display, window, b"_NET_WM_ICON", 1 << 20), 0, []
+    while at + 1 < len(data):
+        widths.append(data[at])
+        at += 2 + data[at] * data[at + 1]
+    return widths
 
 
 def mapped(display, window):
@@ -75,6 +88,9 @@ def session(command, title_wanted=None):
     else:
         for window in top_levels(display):
             if title(display, window) == title_wanted and mapped(display, window):
+                if command == "icons":
+                    print(*icon_widths(display, window))
+                    return
                 hint = (C.c_char_p * 2)()
                 x.XGetClassHint(display, window, C.byref(hint))
                 print((hint[0] or b"").decode(), (hint[1] or b"").decode())
@@ -102,4 +118,4 @@ def main(command, title, *corner):
 
 
 if __name__ == "__main__":
-    (session if sys.argv[1] in ("focus", "pids", "class") else main)(*sys.argv[1:])
+    (session if sys.argv[1] in ("focus", "pids", "class", "icons") else main)(*sys.argv[1:])
