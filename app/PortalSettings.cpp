@@ -57,7 +57,8 @@ PortalSettings::PortalSettings(const QDBusConnection& bus, QObject* parent)
     bus_.connect(service, path, interface, QStringLiteral("SettingChanged"), this,
                  SLOT(settingChanged(QDBusMessage)));
     // A portal that starts after us (or restarts) is read afresh.
-    auto* watcher = new QDBusServiceWatcher(service, bus_, QDBusServiceWatcher::WatchForRegistration, this);
+    auto* watcher =
+        new QDBusServiceWatcher(service, bus_, QDBusServiceWatcher::WatchForRegistration, this);
     connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, [this] {
         read(colorSchemeKey);
         read(contrastKey);

@@ -1,6 +1,5 @@
 // The desktop integration in-process: the portal reader against a fake portal
-// on a private session bus, the appearance it feeds, and the one-instance
-// guard's folders and keys.
+// on a private session bus, and the one-instance guard's folders and keys.
 #include <gtest/gtest.h>
 
 #include <QDBusConnection>
@@ -8,13 +7,11 @@
 #include <QDir>
 #include <QFile>
 #include <QGuiApplication>
-#include <QPalette>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 #include <memory>
 
-#include "Appearance.h"
 #include "PortalSettings.h"
 #include "SingleInstance.h"
 
@@ -36,7 +33,8 @@ struct PrivateBus {
                       "eavesdrop=\"true\"/><allow eavesdrop=\"true\"/><allow own=\"*\"/>"
                       "</policy></busconfig>"));
         config.close();
-        daemon.start("dbus-daemon", {"--nofork", "--print-address=1", "--config-file=" + config.fileName()});
+        daemon.start("dbus-daemon",
+                     {"--nofork", "--print-address=1", "--config-file=" + config.fileName()});
         EXPECT_TRUE(daemon.waitForReadyRead(5000)) << "dbus-daemon did not start";
         address = QString::fromUtf8(daemon.readLine().trimmed());
     }
@@ -115,20 +113,6 @@ TEST(portal_values, scheme_and_contrast_read_only_small_unsigned_numbers) {
     }
 }
 
-TEST(portal_values, the_portal_overrides_the_palette_unless_it_has_no_preference) {
-    const QPalette original = QGuiApplication::palette();
-    for (bool paletteDark : {false, true}) {
-        QPalette palette = original;
-        palette.setColor(QPalette::Window, paletteDark ? Qt::black : Qt::white);
-        palette.setColor(QPalette::WindowText, paletteDark ? Qt::white : Qt::black);
-        QGuiApplication::setPalette(palette);
-        EXPECT_TRUE(PanelAppearance::desktopPrefersDark(PortalScheme::dark)) << paletteDark;
-        EXPECT_FALSE(PanelAppearance::desktopPrefersDark(PortalScheme::light)) << paletteDark;
-        EXPECT_EQ(PanelAppearance::desktopPrefersDark(PortalScheme::noPreference), paletteDark);
-    }
-    QGuiApplication::setPalette(original);
-}
-
 // ---- The portal on a bus ----
 
 class PortalTest : public ::testing::Test {
@@ -156,7 +140,8 @@ TEST_F(PortalTest, first_answers_arrive_later_and_count_whatever_the_portal_spea
         PortalSettings settings(bus.connect());
         EXPECT_EQ(settings.scheme(), PortalScheme::noPreference) << row.name << ": must not wait";
         EXPECT_FALSE(settings.highContrast()) << row.name;
-        EXPECT_TRUE(eventually([&] { return settings.highContrast() == row.contrast; })) << row.name;
+        EXPECT_TRUE(eventually([&] { return settings.highContrast() == row.contrast; }))
+            << row.name;
         EXPECT_EQ(settings.scheme(), row.scheme) << row.name;
     }
 }

@@ -5,12 +5,12 @@ the session bus named by DBUS_SESSION_BUS_ADDRESS.
     fake_portal.py [--delay SECONDS] [--old] [--switch SECONDS] SCHEME [CONTRAST]
 
 answers Read/ReadOne of org.freedesktop.appearance color-scheme (SCHEME) and
-contrast (CONTRAST, default 0), each answer SECONDS late and followed by a line
-"answered KEY". A value that is not a number is sent as a string, as a broken
-portal might. --old: no ReadOne, as portals before version 2 of the interface.
---switch: that long after the first colour-scheme answer, the scheme turns
-light. Prints "ready" once it owns the name; then each line "KEY VALUE" on
-standard input changes a value and emits SettingChanged. Ends with its input.
+contrast (CONTRAST, default 0), each answer SECONDS late. A value that is not
+a number is sent as a string, as a broken portal might. --old: no ReadOne, as
+portals before version 2 of the interface. --switch: that long after the first
+colour-scheme answer, the scheme turns light. Prints "ready" once it owns the
+name; then each line "KEY VALUE" on standard input changes a value and emits
+SettingChanged. Ends with its input.
 """
 import argparse
 import sys
@@ -43,7 +43,6 @@ class Settings(dbus.service.Object):
                     "no such setting", name="org.freedesktop.portal.Error.NotFound"))
             else:
                 reply(self.wrapped(key, level))
-                print("answered", key, flush=True)
                 if key == "color-scheme" and self.options.switch is not None:
                     GLib.timeout_add(int(self.options.switch * 1000), self.command, "color-scheme 2")
                     self.options.switch = None
