@@ -1,5 +1,5 @@
 # The windowed application: unit tests, the delegate in-process, whole runs offscreen and on Xvfb.
-find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Test)
+find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Test DBus)
 
 if(TARGET VelmarShell)
   add_executable(shell_tests ${CMAKE_CURRENT_LIST_DIR}/StoreTest.cpp
@@ -13,7 +13,11 @@ if(TARGET VelmarShell)
   target_compile_definitions(view_tests PRIVATE
     VELMAR_FAKE_GITHUB="${CMAKE_CURRENT_LIST_DIR}/fake_github/server.py")
   target_link_libraries(view_tests PRIVATE VelmarShell Qt6::Test GTest::gtest)
-  foreach(target shell_tests shell_window_tests view_tests)
+  add_executable(desktop_tests ${CMAKE_CURRENT_LIST_DIR}/DesktopTest.cpp)
+  target_link_libraries(desktop_tests PRIVATE VelmarShell Qt6::Test GTest::gtest)
+  target_compile_definitions(desktop_tests PRIVATE
+                             VELMAR_FAKE_PORTAL="${CMAKE_CURRENT_LIST_DIR}/fake_portal.py")
+  foreach(target shell_tests shell_window_tests view_tests desktop_tests)
     gtest_discover_tests(${target} DISCOVERY_TIMEOUT 60 PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
   endforeach()
 
@@ -24,4 +28,14 @@ if(TARGET VelmarShell)
   add_test(NAME shell_placement COMMAND bash ${CMAKE_CURRENT_LIST_DIR}/PlacementTest.sh
                                         $<TARGET_FILE:velmar> ${CMAKE_CURRENT_LIST_DIR}/x11win.py)
   set_tests_properties(shell_snapshots shell_placement PROPERTIES TIMEOUT 120)
+
+  # The desktop integration as a user meets it: the installed files and the
+  # Debian package, one panel per home on Xvfb, "Auto" following a fake portal.
+  add_test(NAME desktop_install COMMAND bash ${CMAKE_CURRENT_LIST_DIR}/InstallTest.sh
+                                        ${CMAKE_BINARY_DIR} $<TARGET_FILE:png_probe> ${PROJECT_VERSION})
+  add_test(NAME desktop_single_instance COMMAND bash ${CMAKE_CURRENT_LIST_DIR}/SingleInstanceTest.sh
+           $<TARGET_FILE:velmar> ${CMAKE_CURRENT_LIST_DIR}/x11win.py ${PROJECT_SOURCE_DIR}/data/velmar.desktop)
+  add_test(NAME desktop_portal COMMAND bash ${CMAKE_CURRENT_LIST_DIR}/PortalTest.sh
+           $<TARGET_FILE:velmar> $<TARGET_FILE:png_probe> ${CMAKE_CURRENT_LIST_DIR}/fake_portal.py)
+  set_tests_properties(desktop_install desktop_single_instance desktop_portal PROPERTIES TIMEOUT 120)
 endif()
