@@ -19,6 +19,9 @@ FocusScope {
     required property string countLabel
     required property string loadingLabel
 
+    /// Its menu ("Open on GitHub", "Copy Link") is the list's.
+    signal menuRequested(Item item, real x, real y)
+
     readonly property real dividerSpace: groupIndex > 0 ? 11 : 0
 
     implicitHeight: dividerSpace + 24
@@ -28,11 +31,11 @@ FocusScope {
     Accessible.name: name
     Accessible.focusable: true
     // A heading does nothing of its own; Press offers its menu.
-    Accessible.onPressAction: menu.openAt(row, 0, row.height)
+    Accessible.onPressAction: header.menuRequested(row, 0, row.height)
 
     Keys.onPressed: (event) => {
         if (event.key === Qt.Key_Menu) {
-            menu.openAt(row, 0, row.height)
+            header.menuRequested(row, 0, row.height)
             event.accepted = true
         }
     }
@@ -123,21 +126,6 @@ FocusScope {
 
     TapHandler {
         acceptedButtons: Qt.RightButton
-        onTapped: (point) => menu.openAt(header, point.position.x, point.position.y)
-    }
-
-    PanelMenu {
-        id: menu
-        theme: header.theme
-        PanelMenuItem {
-            theme: header.theme
-            text: "Open on GitHub"
-            onTriggered: header.panel.send({ msg: "open_repo", id: header.repoId })
-        }
-        PanelMenuItem {
-            theme: header.theme
-            text: "Copy Link"
-            onTriggered: header.panel.send({ msg: "copy_repo_link", id: header.repoId })
-        }
+        onTapped: (point) => header.menuRequested(header, point.position.x, point.position.y)
     }
 }
