@@ -1,5 +1,6 @@
 // One entry of a PanelMenu, or a thin divider when `separator` is set. An
-// entry of a choice (`choice`) keeps room for a check, shown while `chosen`.
+// entry of a choice (`choice`) keeps room for a check, shown while `chosen`;
+// the model alone decides which entry is chosen.
 // Pointer, keyboard (arrows, Return, Space) and a screen reader's Press all
 // trigger it.
 import QtQuick
@@ -15,6 +16,10 @@ T.MenuItem {
     property bool chosen: false
 
     enabled: !separator
+    checkable: choice
+    checked: chosen
+    // A click toggles a checkable entry; the mark goes back to the model's word.
+    onToggled: checked = Qt.binding(() => item.chosen)
     hoverEnabled: true
     implicitWidth: separator ? 0 : label.x + label.implicitWidth + 16
     implicitHeight: separator ? 9 : 22
@@ -22,7 +27,7 @@ T.MenuItem {
     Accessible.role: separator ? Accessible.Separator : Accessible.MenuItem
     Accessible.name: text
     Accessible.checkable: choice
-    Accessible.checked: chosen
+    Accessible.checked: checked
     Accessible.onPressAction: item.activate()
 
     function activate() {
@@ -41,7 +46,7 @@ T.MenuItem {
     }
     contentItem: Item {
         SymbolIcon {
-            visible: item.choice && item.chosen
+            visible: item.choice && item.checked
             anchors.verticalCenter: parent.verticalCenter
             x: 6
             name: "checkmark"

@@ -29,7 +29,6 @@ Item {
         model: list.panel.suggestions
         clip: true
         boundsBehavior: Flickable.StopAtBounds
-        reuseItems: true
         Accessible.role: Accessible.List
         Accessible.name: "Suggestions"
         ScrollBar.vertical: ScrollBar { policy: ScrollBar.AsNeeded }
