@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QFile>
 #include <QGuiApplication>
+#include <QQuickItem>
 #include <QQuickView>
 #include <QTemporaryDir>
 #include <QTest>
@@ -80,6 +81,53 @@ TEST_F(AppDelegateTest, moves_and_resizes_are_reported_only_after_start_up) {
     window->resize(300, 400);
     ASSERT_TRUE(QTest::qWaitFor([&] { return model().lastFrame->width == 300; }, 2000));
     EXPECT_EQ(*model().lastFrame, (WindowFrame{50, 60, 300, 400}));
+}
+
+// The window-wide keys are shortcuts of the whole application; a focused
+// text field must still get its editing keys, and Escape in the add field
+// closes only the popover.
+TEST_F(AppDelegateTest, a_focused_field_keeps_its_editing_keys) {
+    QQuickView* window = delegate.window();
+    QTest::keyClick(window, Qt::Key_Comma, Qt::ControlModifier);
+    ASSERT_EQ(model().screen, Screen::manage);
+    delegate.store().send(msg::OpenAdd{});
+    ASSERT_TRUE(QTest::qWaitFor([&] { return window->activeFocusItem() != nullptr &&
+                                             window->activeFocusItem()->inherits("QQuickTextInput"); }, 2000));
+    const auto type = [&](const char* text) {
+        for (const char* c = text; *c != 0; ++c) QTest::keyClick(window, *c);
+    };
+    struct Step {
+        Qt::Key key;  // 0: type `text` instead
+        Qt::KeyboardModifiers modifiers;
+        const char* text;
+        const char* after;
+    };
+    const Step steps[] = {
+        {Qt::Key(0), {}, "acme/web", "acme/web"},
+        {Qt::Key_Home, {}, "", "acme/web"},
+        {Qt::Key(0), {}, "x", "xacme/web"},
+        {Qt::Key_End, {}, "", "xacme/web"},
+        {Qt::Key_Left, {}, "", "xacme/web"},
+        {Qt::Key(0), {}, "y", "xacme/weyb"},
+        {Qt::Key_A, Qt::ControlModifier, "", "xacme/weyb"},
+        {Qt::Key_C, Qt::ControlModifier, "", "xacme/weyb"},
+        {Qt::Key_Right, {}, "", "xacme/weyb"},
+        {Qt::Key_V, Qt::ControlModifier, "", "xacme/weybxacme/weyb"},
+        {Qt::Key_Z, Qt::ControlModifier, "", "xacme/weyb"},
+        {Qt::Key_A, Qt::ControlModifier, "", "xacme/weyb"},
+        {Qt::Key_X, Qt::ControlModifier, "", ""},
+    };
+    for (const Step& step : steps) {
+        SCOPED_TRACE(std::string(step.text) + " / key " + std::to_string(step.key));
+        if (step.key == 0) type(step.text);
+        else QTest::keyClick(window, step.key, step.modifiers);
+        EXPECT_EQ(model().addText, step.after);
+    }
+    EXPECT_EQ(model().screen, Screen::manage);
+    EXPECT_TRUE(model().addOpen);
+    QTest::keyClick(window, Qt::Key_Escape);
+    EXPECT_FALSE(model().addOpen);
+    EXPECT_EQ(model().screen, Screen::manage) << "Escape went past the popover";
 }
 
 int main(int argc, char** argv) {
