@@ -1,6 +1,7 @@
 // One suggestion: the slug, a "shared" pill for a repository the user does
-// not own, and a plus that shows under the pointer. A click adds it. A
-// click does not take the focus, so typing goes on in the field.
+// not own, and a plus that shows under the pointer or on the list's current
+// row. A click adds it without taking the focus, so typing goes on in the
+// field. A row kept aside for reuse is hidden from assistive tools.
 import QtQuick
 import QtQuick.Layouts
 
@@ -10,15 +11,24 @@ PlainButton {
     required property bool mine
     required property string label
 
+    /// The list's current row while the list has the keyboard.
+    property bool current: false
+    property bool pooled: false
+    readonly property bool lit: hovered || current
+
+    ListView.onPooled: pooled = true
+    ListView.onReused: pooled = false
+    Accessible.ignored: pooled
+
     text: label
-    focusPolicy: Qt.TabFocus
+    focusPolicy: Qt.NoFocus
     focusRadius: 4
     implicitHeight: 22
 
     background: Rectangle {
         radius: 4
         color: row.theme.quaternaryFill
-        opacity: row.hovered ? 1 : 0
+        opacity: row.lit ? 1 : 0
     }
     contentItem: RowLayout {
         id: line
@@ -49,7 +59,7 @@ PlainButton {
             name: "plus"
             size: row.theme.caption
             color: row.theme.secondary
-            opacity: row.hovered ? 1 : 0
+            opacity: row.lit ? 1 : 0
         }
         Item { Layout.preferredWidth: 2 }
     }

@@ -253,6 +253,25 @@ TEST_F(manage_screen, add_popover_sends_each_message_and_lists_what_the_filter_l
     EXPECT_EQ(h.takeSent(), Sent{R"({"msg":"submit_add"})"});
 }
 
+TEST_F(manage_screen, the_keyboard_picks_suggestions_with_the_arrows) {
+    Model m = settings();
+    m.addOpen = true;
+    show(m);
+    // The field has the focus; "Add" waits for a slug, so Tab goes to the list.
+    QTest::keyClick(&h.view(), Qt::Key_Tab);
+    QAccessibleInterface* list = h.find("Suggestions");
+    ASSERT_NE(list, nullptr);
+    EXPECT_TRUE(list->state().focused);
+    QTest::keyClick(&h.view(), Qt::Key_Down);
+    QTest::keyClick(&h.view(), Qt::Key_Return);
+    QTest::keyClick(&h.view(), Qt::Key_Down);
+    QTest::keyClick(&h.view(), Qt::Key_Space);
+    EXPECT_EQ(h.takeSent(), (Sent{R"({"msg":"pick_suggestion","name":"ana/dotfiles"})",
+                                 R"({"msg":"pick_suggestion","name":"team/tools"})"}));
+    QTest::keyClick(&h.view(), Qt::Key_Tab);
+    EXPECT_TRUE(h.find("Done")->state().focused);
+}
+
 TEST_F(manage_screen, return_submits_and_escape_cancels_or_falls_through) {
     Model m = settings();
     m.addOpen = true;
