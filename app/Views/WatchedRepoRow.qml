@@ -60,14 +60,16 @@ FormRow {
                 // The row itself carries the name.
                 Accessible.ignored: true
             }
-            RowLayout {
+            // Placed by hand: the pattern takes what the mark leaves, and
+            // nothing here feeds back into the width the line is given.
+            Item {
                 id: patternLine
                 Layout.fillWidth: true
-                spacing: 6
+                implicitHeight: pattern.implicitHeight
                 Text {
-                    // As wide as the pattern, up to what the mark leaves.
-                    Layout.preferredWidth: Math.max(0, Math.min(Math.ceil(implicitWidth),
-                        patternLine.width - (detected.visible ? detected.implicitWidth + patternLine.spacing : 0)))
+                    id: pattern
+                    width: Math.max(0, Math.min(Math.ceil(implicitWidth),
+                        patternLine.width - (detected.visible ? detected.implicitWidth + 6 : 0)))
                     text: row.patternText
                     textFormat: Text.PlainText
                     color: row.patternKind === "none" ? row.theme.tertiary : row.theme.secondary
@@ -81,6 +83,8 @@ FormRow {
                 Text {
                     id: detected
                     visible: row.patternKind === "detected"
+                    x: pattern.width + 6
+                    anchors.baseline: pattern.baseline
                     text: "Detected"
                     color: row.theme.tertiary
                     font.pixelSize: row.theme.caption2
@@ -93,7 +97,6 @@ FormRow {
                     ToolTip.visible: detectedHover.hovered
                     ToolTip.delay: 700
                 }
-                Item { Layout.fillWidth: true }
             }
         }
         Item { Layout.minimumWidth: 4; Layout.fillWidth: false }
