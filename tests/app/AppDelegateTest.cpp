@@ -29,6 +29,17 @@ protected:
         QFile window(home.filePath(".config/velmar/window.tsv"));
         ASSERT_TRUE(window.open(QIODevice::WriteOnly) &&
                     window.write("x\t40\ny\t30\nwidth\t360\nheight\t480\n\xff\n") > 0 && window.flush());
+        // The login shell hands out a search path whose gh answers nothing
+        // at once, so no test here reaches for the network.
+        ASSERT_TRUE(QDir(home.path()).mkpath("bin"));
+        const auto script = [&](const char* name, const QByteArray& body) {
+            QFile file(home.filePath(QString("bin/") + name));
+            ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write("#!/bin/sh\n" + body) > 0);
+            file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+        };
+        script("gh", "exit 0\n");
+        script("shell", "printf '__VELMAR_PATH__%s__VELMAR_END__' '" + home.filePath("bin").toUtf8() + "'\n");
+        qputenv("SHELL", home.filePath("bin/shell").toUtf8());
         delegate.start();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(delegate.window()));
     }
@@ -128,6 +139,35 @@ TEST_F(AppDelegateTest, a_focused_field_keeps_its_editing_keys) {
     QTest::keyClick(window, Qt::Key_Escape);
     EXPECT_FALSE(model().addOpen);
     EXPECT_EQ(model().screen, Screen::manage) << "Escape went past the popover";
+}
+
+// From the settings screen alone: a repository added by typing, given a
+// pattern in its editor, and both in the stored file.
+TEST_F(AppDelegateTest, a_repository_added_and_given_a_pattern_is_stored) {
+    QQuickView* window = delegate.window();
+    QTest::keyClick(window, Qt::Key_Comma, Qt::ControlModifier);
+    const auto typeInto = [&](const char* text) {
+        ASSERT_TRUE(QTest::qWaitFor([&] { return window->activeFocusItem() != nullptr &&
+                                                 window->activeFocusItem()->inherits("QQuickTextInput"); }, 2000));
+        for (const char* c = text; *c != 0; ++c) QTest::keyClick(window, *c);
+        QTest::keyClick(window, Qt::Key_Return);
+    };
+    const auto stored = [&] {
+        QFile file(home.filePath(".config/velmar/repos.tsv"));
+        return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : std::string();
+    };
+    ASSERT_TRUE(QTest::qWaitFor([&] { return model().pathResolved; }, 3000));
+    ASSERT_EQ(model().path, home.filePath("bin").toStdString()) << "a real gh would be run";
+    delegate.store().send(msg::OpenAdd{});
+    typeInto("acme/web");
+    EXPECT_FALSE(model().addOpen);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return stored() == "acme/web\t\n"; }, 3000)) << stored();
+
+    delegate.store().send(msg::EditPattern{model().repos.at(0).id});
+    typeInto("https://web-{number}.example.com");
+    EXPECT_FALSE(model().editingRepo.has_value());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return stored() == "acme/web\thttps://web-{number}.example.com\n"; }, 3000))
+        << stored();
 }
 
 int main(int argc, char** argv) {

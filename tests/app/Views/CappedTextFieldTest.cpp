@@ -102,6 +102,18 @@ TEST_F(capped_field, typing_stops_at_the_byte_cap_whatever_the_character_size) {
     }
 }
 
+TEST_F(capped_field, odd_slugs_go_to_the_core_as_typed) {
+    // The field judges nothing but length: the core decides what a slug is.
+    const QString table[] = {" acme/ web ", "owner/", "/repo", "a/b/c", "x;$(rm -rf ~)|`y`&", "\u0645\u0631\u062d\u0628\u0627/\u0639\u0627\u0644\u0645"};
+    for (const QString& slug : table) {
+        SCOPED_TRACE(slug.toStdString());
+        ASSERT_NE(open(withAddField(""), "Repository slug"), nullptr);
+        type(slug);
+        EXPECT_EQ(text(), slug);
+        EXPECT_EQ(h.takeSent(), Sent{added(slug)});
+    }
+}
+
 TEST_F(capped_field, a_paste_over_the_cap_is_refused_whole) {
     struct Row {
         QString before;
