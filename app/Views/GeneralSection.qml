@@ -34,7 +34,8 @@ FormSection {
                 text: "Refresh automatically"
                 color: section.theme.primary
                 font.pixelSize: section.theme.body
-                elide: Text.ElideRight
+                // Wraps rather than cut a title short in a narrow panel.
+                wrapMode: Text.Wrap
                 // The switch carries the title.
                 Accessible.ignored: true
             }

@@ -23,7 +23,8 @@ FormSection {
                 textFormat: Text.StyledText
                 color: section.theme.primary
                 font.pixelSize: section.theme.body
-                elide: Text.ElideRight
+                // Wraps rather than cut a title short in a narrow panel.
+                wrapMode: Text.Wrap
                 Accessible.role: Accessible.StaticText
                 Accessible.name: "gh installed"
             }
@@ -49,7 +50,8 @@ FormSection {
                 text: "Signed in to GitHub"
                 color: section.theme.primary
                 font.pixelSize: section.theme.body
-                elide: Text.ElideRight
+                // Wraps rather than cut a title short in a narrow panel.
+                wrapMode: Text.Wrap
                 Accessible.role: Accessible.StaticText
                 Accessible.name: text
             }
