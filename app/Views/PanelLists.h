@@ -1,6 +1,7 @@
 // The lists the screens show, as rows for DiffListModel: the pull request
-// list (headings and rows, with everything each delegate draws or says) and
-// the browser tiles; and the preview menu, which is the same for every row.
+// list (headings and rows, with everything each delegate draws or says), the
+// browser tiles, and the settings screen's repositories, suggestions and
+// browser switches; and the preview menu, which is the same for every row.
 #pragma once
 
 #include <QList>
