@@ -13,6 +13,8 @@ add_library(VelmarShell STATIC
   ${CMAKE_CURRENT_LIST_DIR}/Views/DiffListModel.h ${CMAKE_CURRENT_LIST_DIR}/Views/DiffListModel.cpp
   ${CMAKE_CURRENT_LIST_DIR}/Views/RepoGroup.h ${CMAKE_CURRENT_LIST_DIR}/Views/RepoGroup.cpp
   ${CMAKE_CURRENT_LIST_DIR}/Views/PanelLists.h ${CMAKE_CURRENT_LIST_DIR}/Views/PanelLists.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/Views/ManageTexts.h ${CMAKE_CURRENT_LIST_DIR}/Views/ManageTexts.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/Views/ByteCapValidator.h ${CMAKE_CURRENT_LIST_DIR}/Views/ByteCapValidator.cpp
   ${CMAKE_CURRENT_LIST_DIR}/Views/BrowserIcons.h ${CMAKE_CURRENT_LIST_DIR}/Views/BrowserIcons.cpp
   ${CMAKE_CURRENT_LIST_DIR}/Views/PanelView.h ${CMAKE_CURRENT_LIST_DIR}/Views/PanelView.cpp
   ${CMAKE_CURRENT_LIST_DIR}/SingleInstance.h ${CMAKE_CURRENT_LIST_DIR}/SingleInstance.cpp

@@ -17,9 +17,11 @@ PanelModel::PanelModel(Store& store, BrowserIcons& icons, QObject* parent)
       icons_(icons),
       now_(derive(store.model())),
       rows_(PanelLists::prRoles(), this),
-      browsers_(PanelLists::browserRoles(), this) {
-    rows_.update(PanelLists::prRows(store_.model()));
-    browsers_.update(PanelLists::browserRows(store_.model(), icons_));
+      browsers_(PanelLists::browserRoles(), this),
+      watchedRepos_(PanelLists::repoRoles(), this),
+      suggestions_(PanelLists::suggestionRoles(), this),
+      browserSwitches_(PanelLists::browserSwitchRoles(), this) {
+    updateLists(store_.model());
     connect(&store_, &Store::changed, this, &PanelModel::modelChanged);
 }
 
@@ -39,15 +41,38 @@ PanelModel::Values PanelModel::derive(const Model& model) {
     v.showsGhBanner = model.showsGhBanner();
     v.brewInstalled = model.brewInstalled.value_or(false);
     v.previewMenu = PanelLists::previewMenu(model);
+    v.ghInstalledStatus = ManageTexts::ghInstalled(model.gh);
+    v.ghSignedInStatus = ManageTexts::ghSignedIn(model.gh);
+    v.ghFooter = ManageTexts::ghFooter(model.gh);
+    v.browserMode = QString::fromUtf8(jsonText(model.browserMode));
+    v.browserFooter = ManageTexts::browserFooter(model.browserMode);
+    v.appearance = QString::fromUtf8(jsonText(model.appearance));
+    v.autoFooter = ManageTexts::autoFooter(model.autoRefresh);
+    v.addOpen = model.addOpen;
+    v.addText = QString::fromStdString(model.addText);
+    v.canSubmitAdd = model.canSubmitAdd();
+    if (model.editingRepo) v.editingRepo = qint64(*model.editingRepo);
+    v.editText = QString::fromStdString(model.editText);
     return v;
+}
+
+void PanelModel::updateLists(const Model& model) {
+    rows_.update(PanelLists::prRows(model));
+    browsers_.update(PanelLists::browserRows(model, icons_));
+    watchedRepos_.update(PanelLists::repoRows(model));
+    suggestions_.update(PanelLists::suggestionRows(model));
+    browserSwitches_.update(PanelLists::browserSwitchRows(model, icons_));
+}
+
+QVariantMap PanelModel::statusMap(const ManageTexts::Status& status) {
+    return {{QStringLiteral("state"), status.state}, {QStringLiteral("text"), status.text}};
 }
 
 void PanelModel::modelChanged() {
     const Model& model = store_.model();
     const Values before = now_;
     now_ = derive(model);
-    rows_.update(PanelLists::prRows(model));
-    browsers_.update(PanelLists::browserRows(model, icons_));
+    updateLists(model);
     if (before.onSettings != now_.onSettings) emit screenChanged();
     if (before.showsOnboarding != now_.showsOnboarding) emit showsOnboardingChanged();
     if (before.settingsLoaded != now_.settingsLoaded) emit settingsLoadedChanged();
@@ -59,9 +84,18 @@ void PanelModel::modelChanged() {
     if (before.gh != now_.gh || before.showsGhBanner != now_.showsGhBanner) emit ghChanged();
     if (before.brewInstalled != now_.brewInstalled) emit brewInstalledChanged();
     if (before.previewMenu != now_.previewMenu) emit previewMenuChanged();
+    if (before.browserMode != now_.browserMode) emit browserModeChanged();
+    if (before.appearance != now_.appearance) emit appearanceChanged();
+    if (before.addOpen != now_.addOpen) emit addOpenChanged();
+    if (before.addText != now_.addText) emit addTextChanged();
+    if (before.canSubmitAdd != now_.canSubmitAdd) emit canSubmitAddChanged();
+    if (before.editingRepo != now_.editingRepo) emit editingRepoChanged();
+    if (before.editText != now_.editText) emit editTextChanged();
 }
 
 QString PanelModel::ghLoginCommand() const { return QString::fromUtf8(Constants::ghLoginCommand); }
+int PanelModel::slugCapacity() const { return int(Constants::slugCapacity); }
+int PanelModel::patternCapacity() const { return int(Constants::patternCapacity); }
 QString PanelModel::brewInstallCommand() const {
     return QString::fromUtf8(Constants::brewInstallCommand);
 }

@@ -21,6 +21,10 @@ if(TARGET VelmarShell)
     gtest_discover_tests(${target} DISCOVERY_TIMEOUT 60 PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
   endforeach()
 
+  # Typing in the add field over 500 suggestions (bench/add_field_typing.sh).
+  add_executable(add_field_bench ${CMAKE_SOURCE_DIR}/bench/add_field_typing.cpp)
+  target_link_libraries(add_field_bench PRIVATE VelmarShell Qt6::Test)
+
   add_executable(png_probe ${CMAKE_CURRENT_LIST_DIR}/png_probe.cpp)
   target_link_libraries(png_probe PRIVATE Qt6::Gui)
   add_test(NAME shell_snapshots COMMAND bash ${CMAKE_CURRENT_LIST_DIR}/SnapshotTest.sh

@@ -94,6 +94,15 @@ QAccessibleInterface* ScreenHarness::find(const QString& name) const {
     return findAccessible(const_cast<QQuickView&>(view_), name);
 }
 
+QAccessibleInterface* ScreenHarness::find(const QString& name, QAccessible::Role role) const {
+    QAccessibleInterface* found = nullptr;
+    walk(QAccessible::queryAccessibleInterface(const_cast<QQuickView*>(&view_)), [&](QAccessibleInterface* node) {
+        if (found == nullptr && node->role() == role && node->text(QAccessible::Name) == name) found = node;
+        return found != nullptr;
+    });
+    return found;
+}
+
 QStringList ScreenHarness::names() const {
     QStringList out;
     walk(QAccessible::queryAccessibleInterface(const_cast<QQuickView*>(&view_)), [&](QAccessibleInterface* node) {

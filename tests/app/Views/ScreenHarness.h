@@ -7,6 +7,7 @@
 #include <QAccessible>
 #include <QQuickView>
 #include <optional>
+#include <ostream>
 #include <vector>
 
 #include "Model.h"
@@ -14,6 +15,9 @@
 #include "Views/BrowserIcons.h"
 #include "Views/PanelModel.h"
 #include "Views/Theme.h"
+
+/// QStrings in test failures as their text.
+inline void PrintTo(const QString& text, std::ostream* out) { *out << '"' << text.toStdString() << '"'; }
 
 namespace velmar::testing {
 
@@ -32,6 +36,8 @@ public:
     /// The first accessible element named `name` (depth first, in the order
     /// of the tree), or null.
     QAccessibleInterface* find(const QString& name) const;
+    /// The first element named `name` in `role`, or null.
+    QAccessibleInterface* find(const QString& name, QAccessible::Role role) const;
     /// All names in the tree, for messages.
     QStringList names() const;
     /// Presses `name` through its accessibility action; false if there is no

@@ -1,0 +1,148 @@
+// One watched repository on the settings screen: its name, the preview URL
+// pattern it uses (typed, learned or none), and the button that opens the
+// pattern editor. Right click or the menu key offer edit, copy and remove.
+// Read as one element named by the repository, with its parts inside.
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Layouts
+
+FormRow {
+    id: row
+    required property var panel
+    required property string widthClass
+    required property int index
+    required property var repoId
+    required property string name
+    required property string breakableName
+    required property string patternKind
+    required property string patternText
+    required property string editLabel
+    required property string removeTooltip
+    required property string editorPlaceholder
+    required property string editorHint
+
+    readonly property bool narrow: widthClass === "minimal"
+
+    divider: index > 0
+    minimumHeight: 40
+
+    Accessible.role: Accessible.ListItem
+    Accessible.name: name
+
+    TapHandler {
+        acceptedButtons: Qt.RightButton
+        onTapped: (point) => menu.openAt(row, point.position.x, point.position.y)
+    }
+
+    RowLayout {
+        Layout.fillWidth: true
+        spacing: 8
+
+        SymbolIcon {
+            Layout.preferredWidth: 16
+            Layout.alignment: Qt.AlignVCenter
+            name: "arrow.triangle.branch"
+            size: 12
+            color: row.theme.secondary
+        }
+        ColumnLayout {
+            Layout.fillWidth: true
+            spacing: 1
+            Text {
+                Layout.fillWidth: true
+                text: row.narrow ? row.breakableName : row.name
+                textFormat: Text.PlainText
+                color: row.theme.primary
+                font.pixelSize: row.theme.body
+                wrapMode: row.narrow ? Text.Wrap : Text.NoWrap
+                maximumLineCount: row.narrow ? 2 : 1
+                elide: row.narrow ? Text.ElideRight : Text.ElideMiddle
+                // The row itself carries the name.
+                Accessible.ignored: true
+            }
+            // Placed by hand: the pattern takes what the mark leaves, and
+            // nothing here feeds back into the width the line is given.
+            Item {
+                id: patternLine
+                Layout.fillWidth: true
+                implicitHeight: pattern.implicitHeight
+                Text {
+                    id: pattern
+                    width: Math.max(0, Math.min(Math.ceil(implicitWidth),
+                        patternLine.width - (detected.visible ? detected.implicitWidth + 6 : 0)))
+                    text: row.patternText
+                    textFormat: Text.PlainText
+                    color: row.patternKind === "none" ? row.theme.tertiary : row.theme.secondary
+                    font.pixelSize: row.theme.caption
+                    font.family: row.patternKind === "none" ? Qt.application.font.family : row.theme.monospace
+                    elide: Text.ElideMiddle
+                    maximumLineCount: 1
+                    Accessible.role: Accessible.StaticText
+                    Accessible.name: text
+                }
+                Text {
+                    id: detected
+                    visible: row.patternKind === "detected"
+                    x: pattern.width + 6
+                    anchors.baseline: pattern.baseline
+                    text: "Detected"
+                    color: row.theme.tertiary
+                    font.pixelSize: row.theme.caption2
+                    font.weight: Font.Medium
+                    Accessible.role: Accessible.StaticText
+                    Accessible.name: text
+                    Accessible.description: ToolTip.text
+                    HoverHandler { id: detectedHover }
+                    ToolTip.text: "Learned from deploy-bot comments (Railway, Netlify) on this repo's PRs"
+                    ToolTip.visible: detectedHover.hovered
+                    ToolTip.delay: 700
+                }
+            }
+        }
+        Item { Layout.minimumWidth: 4; Layout.fillWidth: false }
+        SymbolButton {
+            id: info
+            Layout.alignment: Qt.AlignVCenter
+            theme: row.theme
+            systemImage: "info.circle"
+            symbolSize: 14
+            text: row.editLabel
+            tooltip: "Edit preview URL"
+            onClicked: row.panel.send({ msg: "edit_pattern", repo_id: row.repoId })
+            onMenuRequested: (x, y) => menu.openAt(info, x, y)
+
+            PatternEditor {
+                anchorItem: info
+                theme: row.theme
+                panel: row.panel
+                repoId: row.repoId
+                name: row.name
+                placeholder: row.editorPlaceholder
+                hint: row.editorHint
+                removeTooltip: row.removeTooltip
+            }
+        }
+    }
+
+    PanelMenu {
+        id: menu
+        theme: row.theme
+        PanelMenuItem {
+            theme: row.theme
+            text: "Edit Preview URL\u2026"
+            onTriggered: row.panel.send({ msg: "edit_pattern", repo_id: row.repoId })
+        }
+        PanelMenuItem {
+            theme: row.theme
+            text: "Copy Name"
+            onTriggered: row.panel.send({ msg: "copy_repo_name", id: row.repoId })
+        }
+        PanelMenuItem { theme: row.theme; separator: true }
+        PanelMenuItem {
+            theme: row.theme
+            text: "Remove"
+            destructive: true
+            onTriggered: row.panel.send({ msg: "remove_repo", id: row.repoId })
+        }
+    }
+}
