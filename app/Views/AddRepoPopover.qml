@@ -45,7 +45,7 @@ Popover {
                 text: "Add"
                 prominent: true
                 enabled: popover.panel.canSubmitAdd
-                onClicked: popover.panel.send({ msg: "submit_add" })
+                activate: () => popover.panel.send({ msg: "submit_add" })
             }
         }
         Text {
@@ -69,7 +69,7 @@ Popover {
             PushButton {
                 theme: popover.theme
                 text: "Done"
-                onClicked: popover.panel.send({ msg: "close_add" })
+                activate: () => popover.panel.send({ msg: "close_add" })
             }
         }
     }

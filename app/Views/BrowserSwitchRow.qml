@@ -43,7 +43,7 @@ FormRow {
             tooltip: ""
             showsTitle: false
             on: row.shown
-            onClicked: row.panel.send({ msg: "toggle_browser_shown", id: row.browserId })
+            activate: () => row.panel.send({ msg: "toggle_browser_shown", id: row.browserId })
         }
     }
 }

@@ -45,7 +45,7 @@ FormSection {
                 tooltip: ""
                 showsTitle: false
                 on: section.panel.autoRefresh
-                onClicked: section.panel.send({ msg: "set_auto", on: !section.panel.autoRefresh })
+                activate: () => section.panel.send({ msg: "set_auto", on: !section.panel.autoRefresh })
             }
         }
     }

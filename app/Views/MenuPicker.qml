@@ -20,7 +20,7 @@ PlainButton {
     implicitWidth: content.implicitWidth + 16
     implicitHeight: 22
 
-    onClicked: menu.openAt(picker, 0, picker.height + 2)
+    activate: () => menu.openAt(picker, 0, picker.height + 2)
     onMenuRequested: menu.openAt(picker, 0, picker.height + 2)
 
     background: Rectangle {

@@ -86,20 +86,20 @@ Popover {
                 text: "Remove"
                 textColor: editor.theme.destructive
                 tooltip: editor.removeTooltip
-                onClicked: editor.panel.send({ msg: "remove_repo", id: editor.repoId })
+                activate: () => editor.panel.send({ msg: "remove_repo", id: editor.repoId })
             }
             Item { Layout.fillWidth: true }
             PushButton {
                 theme: editor.theme
                 text: "Cancel"
-                onClicked: editor.panel.send({ msg: "cancel_edit" })
+                activate: () => editor.panel.send({ msg: "cancel_edit" })
             }
             PushButton {
                 theme: editor.theme
                 text: "Save"
                 prominent: true
                 Accessible.defaultButton: true
-                onClicked: editor.panel.send({ msg: "save_pattern" })
+                activate: () => editor.panel.send({ msg: "save_pattern" })
             }
         }
     }

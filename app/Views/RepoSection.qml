@@ -20,7 +20,7 @@ FormSection {
         frameHeight: 20
         text: "Add a repo"
         tooltip: "Add a repo"
-        onClicked: section.panel.send({ msg: "open_add" })
+        activate: () => section.panel.send({ msg: "open_add" })
 
         AddRepoPopover {
             anchorItem: add

@@ -53,7 +53,7 @@ Item {
             width: ListView.view.width
             theme: list.theme
             current: ListView.isCurrentItem && ListView.view.activeFocus
-            onClicked: list.panel.send({ msg: "pick_suggestion", name: name })
+            activate: () => list.panel.send({ msg: "pick_suggestion", name: name })
         }
     }
     FocusRing {

@@ -28,6 +28,8 @@ FormRow {
 
     Accessible.role: Accessible.ListItem
     Accessible.name: name
+    // The row does nothing of its own; Press offers its menu.
+    Accessible.onPressAction: menu.openAt(row, 0, row.height)
 
     TapHandler {
         acceptedButtons: Qt.RightButton
@@ -108,7 +110,7 @@ FormRow {
             symbolSize: 14
             text: row.editLabel
             tooltip: "Edit preview URL"
-            onClicked: row.panel.send({ msg: "edit_pattern", repo_id: row.repoId })
+            activate: () => row.panel.send({ msg: "edit_pattern", repo_id: row.repoId })
             onMenuRequested: (x, y) => menu.openAt(info, x, y)
 
             PatternEditor {
