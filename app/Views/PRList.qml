@@ -11,6 +11,7 @@ ListView {
     required property var theme
     required property string widthClass
 
+    objectName: "prList"
     model: panel.rows
     clip: true
     topMargin: 2
