@@ -92,6 +92,7 @@ void AppDelegate::start() {
     forcedAppearance_ = PanelAppearance::parseForced(std::getenv("VELMAR_APPEARANCE"));
     trackAppearance();
     connect(&store_, &Store::changed, this, &AppDelegate::trackAppearance);
+    connect(&portal_, &PortalSettings::changed, this, &AppDelegate::trackAppearance);
 
     // 6-8.
     buildMainMenu();
@@ -211,7 +212,9 @@ bool AppDelegate::eventFilter(QObject* watched, QEvent* event) {
 void AppDelegate::trackAppearance() {
     const Appearance wanted =
         PanelAppearance::effective(forcedAppearance_, store_.model(), bootAppearance_);
-    theme_.setDark(PanelAppearance::isDark(wanted, PanelAppearance::desktopPrefersDark()));
+    theme_.setDark(
+        PanelAppearance::isDark(wanted, PanelAppearance::desktopPrefersDark(portal_.scheme())));
+    theme_.setIncreasedContrast(portal_.highContrast());
 }
 
 // ---- Menu ----

@@ -9,6 +9,7 @@
 #include <optional>
 #include <vector>
 
+#include "PortalSettings.h"
 #include "Records.h"
 #include "Store.h"
 #include "Views/BrowserIcons.h"
@@ -72,6 +73,7 @@ private:
     bool reportFrames_ = false;
     Appearance bootAppearance_ = Appearance::dark;
     std::optional<Appearance> forcedAppearance_;
+    PortalSettings portal_{QDBusConnection::sessionBus()};
     // The frame our own second placement produced: the window system may echo
     // it back as a move after start-up, which is not the user's doing.
     std::optional<WindowFrame> placementEcho_;

@@ -31,7 +31,8 @@ bool isDark(Appearance appearance, bool desktopPrefersDark) {
     return false;
 }
 
-bool desktopPrefersDark() {
+bool desktopPrefersDark(PortalScheme portal) {
+    if (portal != PortalScheme::noPreference) return portal == PortalScheme::dark;
     // Qt 6.4 has no public colour-scheme query; a platform theme that follows
     // a dark desktop hands out a palette with a dark window colour, and the
     // plain palette of a desktop without one is light.

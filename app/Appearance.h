@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "Model.h"
+#include "PortalSettings.h"
 #include "Records.h"
 
 namespace velmar::PanelAppearance {
@@ -22,8 +23,9 @@ Appearance effective(const std::optional<Appearance>& forced, const Model& model
 /// Whether `appearance` draws dark, given what the desktop prefers.
 bool isDark(Appearance appearance, bool desktopPrefersDark);
 
-/// The desktop's colour-scheme preference as far as Qt can read it (the
-/// platform theme's palette); false, meaning light, where nothing says dark.
-bool desktopPrefersDark();
+/// The desktop's colour-scheme preference: the portal's when it states one,
+/// else as far as Qt can read it (the platform theme's palette); false,
+/// meaning light, where nothing says dark.
+bool desktopPrefersDark(PortalScheme portal);
 
 }  // namespace velmar::PanelAppearance

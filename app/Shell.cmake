@@ -17,11 +17,15 @@ add_library(VelmarShell STATIC
   ${CMAKE_CURRENT_LIST_DIR}/Views/RepoDrag.h ${CMAKE_CURRENT_LIST_DIR}/Views/RepoDrag.cpp
   ${CMAKE_CURRENT_LIST_DIR}/Views/RepoDragTracker.h ${CMAKE_CURRENT_LIST_DIR}/Views/RepoDragTracker.cpp
   ${CMAKE_CURRENT_LIST_DIR}/Views/HitTest.h ${CMAKE_CURRENT_LIST_DIR}/Views/HitTest.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/Views/ManageTexts.h ${CMAKE_CURRENT_LIST_DIR}/Views/ManageTexts.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/Views/ByteCapValidator.h ${CMAKE_CURRENT_LIST_DIR}/Views/ByteCapValidator.cpp
   ${CMAKE_CURRENT_LIST_DIR}/Views/BrowserIcons.h ${CMAKE_CURRENT_LIST_DIR}/Views/BrowserIcons.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/Views/PanelView.h ${CMAKE_CURRENT_LIST_DIR}/Views/PanelView.cpp)
+  ${CMAKE_CURRENT_LIST_DIR}/Views/PanelView.h ${CMAKE_CURRENT_LIST_DIR}/Views/PanelView.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/SingleInstance.h ${CMAKE_CURRENT_LIST_DIR}/SingleInstance.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/PortalSettings.h ${CMAKE_CURRENT_LIST_DIR}/PortalSettings.cpp)
 target_include_directories(VelmarShell PUBLIC ${CMAKE_CURRENT_LIST_DIR})
 target_link_libraries(VelmarShell PUBLIC VelmarCore VelmarEffects Qt6::Core Qt6::Gui Qt6::Qml
-                      Qt6::Quick PRIVATE Qt6::Svg)
+                      Qt6::Quick Qt6::DBus PRIVATE Qt6::Svg Qt6::Network)
 
 # The screens and their icons travel with the library, so anything that links
 # it (the executable, the in-process tests) can show the panel.
@@ -31,6 +35,12 @@ file(GLOB VELMAR_VIEW_FILES CONFIGURE_DEPENDS
 qt_add_resources(VelmarShell "views" PREFIX "/velmar" BASE ${CMAKE_CURRENT_LIST_DIR}
                  FILES ${VELMAR_VIEW_FILES})
 
+# The application icon, for the window; the installed copies come from data/.
+qt_add_resources(VelmarShell "brand" PREFIX "/velmar" BASE ${PROJECT_SOURCE_DIR}/data
+                 FILES ${PROJECT_SOURCE_DIR}/data/velmar.svg)
+
 qt_add_executable(velmar ${CMAKE_CURRENT_LIST_DIR}/main.cpp
                   ${CMAKE_CURRENT_LIST_DIR}/HeadlessEntry.h ${CMAKE_CURRENT_LIST_DIR}/HeadlessEntry.cpp)
 target_link_libraries(velmar PRIVATE VelmarShell)
+include(GNUInstallDirs)
+install(TARGETS velmar RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})

@@ -50,6 +50,7 @@ struct Stats {
     double median, worst;
 };
 Stats stats(std::vector<double> v) {
+    if (v.empty()) return {0, 0};
     std::sort(v.begin(), v.end());
     return {v[v.size() / 2], v.back()};
 }
@@ -69,9 +70,9 @@ double timeFrame(QQuickView& view, const std::function<void()>& change) {
 }
 
 QQuickItem* listView(QQuickView& view) {
-    for (QQuickItem* item : view.rootObject()->findChildren<QQuickItem*>())
-        if (item->inherits("QQuickListView")) return item;
-    return nullptr;
+    QQuickItem* list = view.rootObject()->findChild<QQuickItem*>("prList");
+    if (list == nullptr) qFatal("no pull request list in the panel");
+    return list;
 }
 
 std::vector<double> scrollThrough(QQuickView& view, int passes) {

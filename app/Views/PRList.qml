@@ -12,6 +12,7 @@ ListView {
     required property var theme
     required property string widthClass
 
+    objectName: "prList"
     model: panel.rows
     clip: true
     topMargin: 2
@@ -45,6 +46,7 @@ ListView {
                 width: ListView.view.width
                 theme: list.theme
                 panel: list.panel
+                onMenuRequested: (item, x, y) => repoMenu.openFor(repoId, item, x, y)
             }
         }
         DelegateChoice {
@@ -54,8 +56,51 @@ ListView {
                 theme: list.theme
                 panel: list.panel
                 widthClass: list.widthClass
-                previewMenu: list.panel.previewMenu
+                onLinkMenuRequested: (item, x, y) => linkMenu.openFor(prId, item, x, y)
+                onPreviewMenuRequested: (item, x, y) => previewMenu.openFor(prId, item, x, y)
             }
+        }
+    }
+
+    // One menu of each kind for the whole list: rows stay light, and a menu
+    // stays open while a refresh rebuilds the rows under it.
+    PanelMenu {
+        id: repoMenu
+        theme: list.theme
+        PanelMenuItem {
+            theme: list.theme
+            text: "Open on GitHub"
+            onTriggered: list.panel.send({ msg: "open_repo", id: repoMenu.subject })
+        }
+        PanelMenuItem {
+            theme: list.theme
+            text: "Copy Link"
+            onTriggered: list.panel.send({ msg: "copy_repo_link", id: repoMenu.subject })
+        }
+    }
+    PanelMenu {
+        id: linkMenu
+        theme: list.theme
+        PanelMenuItem {
+            theme: list.theme
+            text: "Copy link"
+            onTriggered: list.panel.send({ msg: "copy_pr_link", id: linkMenu.subject })
+        }
+    }
+    PanelMenu {
+        id: previewMenu
+        theme: list.theme
+        Instantiator {
+            model: list.panel.previewMenu
+            delegate: PanelMenuItem {
+                required property var modelData
+                theme: list.theme
+                separator: modelData.kind === "separator"
+                text: modelData.title || ""
+                onTriggered: list.panel.send(Object.assign({ id: previewMenu.subject }, modelData.message))
+            }
+            onObjectAdded: (index, object) => previewMenu.insertItem(index, object)
+            onObjectRemoved: (index, object) => previewMenu.removeItem(object)
         }
     }
 }

@@ -10,7 +10,6 @@ FocusScope {
     required property var theme
     required property var panel
     required property string widthClass
-    required property var previewMenu
     required property int index
     required property var repoId
     required property int rowInGroup
@@ -26,6 +25,10 @@ FocusScope {
     required property string previewTooltip
     required property string openLabel
     required property string previewLabel
+
+    /// The number's and the preview button's menus are the list's, shared by all rows.
+    signal linkMenuRequested(Item item, real x, real y)
+    signal previewMenuRequested(Item item, real x, real y)
 
     implicitHeight: 24
 
@@ -73,7 +76,7 @@ FocusScope {
             text: row.openLabel
             activate: () => row.panel.send({ msg: "open_pr", id: row.prId })
             onHoveredChanged: row.panel.send({ msg: hovered ? "hover_pr" : "unhover_pr", id: row.prId })
-            onMenuRequested: (x, y) => linkMenu.openAt(link, x, y)
+            onMenuRequested: (x, y) => row.linkMenuRequested(link, x, y)
             onActiveFocusChanged: if (activeFocus) row.ListView.view.positionViewAtIndex(row.index, ListView.Contain)
         }
         Text {
@@ -114,36 +117,8 @@ FocusScope {
             text: row.previewLabel
             tooltip: row.previewTooltip
             activate: () => row.panel.send({ msg: "open_preview", id: row.prId })
-            onMenuRequested: (x, y) => previewMenu.openAt(preview, x, y)
+            onMenuRequested: (x, y) => row.previewMenuRequested(preview, x, y)
             onActiveFocusChanged: if (activeFocus) row.ListView.view.positionViewAtIndex(row.index, ListView.Contain)
-        }
-    }
-
-    PanelMenu {
-        id: linkMenu
-        theme: row.theme
-        PanelMenuItem {
-            theme: row.theme
-            text: "Copy link"
-            onTriggered: row.panel.send({ msg: "copy_pr_link", id: row.prId })
-        }
-    }
-
-    PanelMenu {
-        id: previewMenu
-        theme: row.theme
-        Instantiator {
-            // Only rows with a preview ever build their menu.
-            model: row.hasPreview ? row.previewMenu : []
-            delegate: PanelMenuItem {
-                required property var modelData
-                theme: row.theme
-                separator: modelData.kind === "separator"
-                text: modelData.title || ""
-                onTriggered: row.panel.send(Object.assign({ id: row.prId }, modelData.message))
-            }
-            onObjectAdded: (index, object) => previewMenu.insertItem(index, object)
-            onObjectRemoved: (index, object) => previewMenu.removeItem(object)
         }
     }
 }

@@ -6,6 +6,7 @@
 #include <QVariantMap>
 
 #include "BrowserIcons.h"
+#include "ManageTexts.h"
 #include "RepoGroup.h"
 #include "Text.h"
 
@@ -22,6 +23,12 @@ DiffListModel::Row makeRow(const QList<QByteArray>& roles, QString key, const QV
     row.values.reserve(roles.size());
     for (const QByteArray& role : roles) row.values.append(values.value(QString::fromLatin1(role)));
     return row;
+}
+
+// The image URL of a browser's icon, or empty when it has none.
+QString iconSource(BrowserIcons& icons, const std::string& app) {
+    return icons.has(app) ? QStringLiteral("image://browser/") + QString::fromLatin1(QUrl::toPercentEncoding(q(app)))
+                          : QString();
 }
 
 }  // namespace
@@ -93,10 +100,7 @@ std::vector<DiffListModel::Row> browserRows(const Model& model, BrowserIcons& ic
     const Browser* selected = model.selectedBrowserEntry();
     std::vector<DiffListModel::Row> out;
     for (const Browser& b : model.visibleBrowsers()) {
-        const QString icon =
-            icons.has(b.app)
-                ? QStringLiteral("image://browser/") + QString::fromLatin1(QUrl::toPercentEncoding(q(b.app)))
-                : QString();
+        const QString icon = iconSource(icons, b.app);
         out.push_back(makeRow(roles, QString::number(b.id),
                               {{"browserId", qint64(b.id)},
                                {"name", q(b.name)},
@@ -104,6 +108,66 @@ std::vector<DiffListModel::Row> browserRows(const Model& model, BrowserIcons& ic
                                {"isDefault", b.isSystemDefault()},
                                {"selected", selected != nullptr && selected->id == b.id},
                                {"iconSource", icon}}));
+    }
+    return out;
+}
+
+QList<QByteArray> repoRoles() {
+    return {"repoId",   "name",          "breakableName",     "patternKind", "patternText",
+            "editLabel", "removeTooltip", "editorPlaceholder", "editorHint"};
+}
+
+std::vector<DiffListModel::Row> repoRows(const Model& model) {
+    static const QList<QByteArray> roles = repoRoles();
+    std::vector<DiffListModel::Row> out;
+    out.reserve(model.repos.size());
+    for (const Repo& repo : model.repos) {
+        const QString name = q(repo.name);
+        out.push_back(makeRow(roles, QString::number(repo.id),
+                              {{"repoId", qint64(repo.id)},
+                               {"name", name},
+                               {"breakableName", ManageTexts::breakableName(repo.name)},
+                               {"patternKind", ManageTexts::patternKind(repo)},
+                               {"patternText", ManageTexts::patternText(repo)},
+                               {"editLabel", QStringLiteral("Edit ") + name},
+                               {"removeTooltip", QStringLiteral("Stop watching ") + name},
+                               {"editorPlaceholder", ManageTexts::editorPlaceholder(repo)},
+                               {"editorHint", ManageTexts::editorHint(repo)}}));
+    }
+    return out;
+}
+
+QList<QByteArray> suggestionRoles() { return {"name", "mine", "label"}; }
+
+std::vector<DiffListModel::Row> suggestionRows(const Model& model) {
+    static const QList<QByteArray> roles = suggestionRoles();
+    const std::vector<Suggestion> suggestions = model.filteredSuggestions();
+    std::vector<DiffListModel::Row> out;
+    out.reserve(suggestions.size());
+    for (const Suggestion& s : suggestions) {
+        const QString name = q(s.name);
+        const QString label = QStringLiteral("Add ") + name + (s.mine ? QString() : QStringLiteral(", shared"));
+        out.push_back(makeRow(roles, name, {{"name", name}, {"mine", s.mine}, {"label", label}}));
+    }
+    return out;
+}
+
+QList<QByteArray> browserSwitchRoles() {
+    return {"browserId", "name", "initials", "isDefault", "iconSource", "shown"};
+}
+
+std::vector<DiffListModel::Row> browserSwitchRows(const Model& model, BrowserIcons& icons) {
+    static const QList<QByteArray> roles = browserSwitchRoles();
+    std::vector<DiffListModel::Row> out;
+    out.reserve(model.browsers.size());
+    for (const Browser& b : model.browsers) {
+        out.push_back(makeRow(roles, QString::number(b.id),
+                              {{"browserId", qint64(b.id)},
+                               {"name", q(b.name)},
+                               {"initials", q(b.initials)},
+                               {"isDefault", b.isSystemDefault()},
+                               {"iconSource", iconSource(icons, b.app)},
+                               {"shown", b.shown}}));
     }
     return out;
 }

@@ -1,6 +1,7 @@
 // The lists the screens show, as rows for DiffListModel: the pull request
-// list (headings and rows, with everything each delegate draws or says) and
-// the browser tiles; and the preview menu, which is the same for every row.
+// list (headings and rows, with everything each delegate draws or says), the
+// browser tiles, and the settings screen's repositories, suggestions and
+// browser switches; and the preview menu, which is the same for every row.
 #pragma once
 
 #include <QList>
@@ -37,6 +38,25 @@ std::vector<DiffListModel::Row> prRows(const Model& model, const std::vector<Rep
 /// when the tile shows initials or the globe).
 QList<QByteArray> browserRoles();
 std::vector<DiffListModel::Row> browserRows(const Model& model, BrowserIcons& icons);
+
+/// Roles of the settings screen's repositories, in the order of the watch
+/// list: "repoId", "name", "breakableName" (zero-width spaces after the
+/// slashes), "patternKind" ("own", "detected", "none"), "patternText",
+/// "editLabel" ("Edit acme/web"), "removeTooltip" ("Stop watching acme/web"),
+/// "editorPlaceholder", "editorHint".
+QList<QByteArray> repoRoles();
+std::vector<DiffListModel::Row> repoRows(const Model& model);
+
+/// Roles of the add popover's suggestions, as the filter leaves them:
+/// "name", "mine", "label" ("Add acme/web" or "Add acme/web, shared").
+QList<QByteArray> suggestionRoles();
+std::vector<DiffListModel::Row> suggestionRows(const Model& model);
+
+/// Roles of the settings screen's browser switches, one per known browser
+/// whether offered or not: "browserId", "name", "initials", "isDefault",
+/// "iconSource", "shown".
+QList<QByteArray> browserSwitchRoles();
+std::vector<DiffListModel::Row> browserSwitchRows(const Model& model, BrowserIcons& icons);
 
 /// The preview menu as maps of "kind" ("open", "copy", "separator"),
 /// "title" and "message": the message the item sends, less the row's "id".

@@ -1,6 +1,8 @@
 // A context menu in the panel's colours. Items are PanelMenuItem; the menu
 // opens at a point of the item that asked for it and takes keyboard focus,
-// so the arrows, Return and Escape work at once.
+// so the arrows, Return and Escape work at once. One menu serves every row
+// of a list: `subject` is the id of the row it was opened for, and an id
+// that is gone by the time an item is picked is one the core ignores.
 import QtQuick
 import QtQuick.Templates as T
 
@@ -8,12 +10,19 @@ T.Menu {
     id: menu
     required property var theme
 
+    property var subject
+
     /// Opens at (x, y) in `item`'s coordinates.
     function openAt(item, x, y) {
         menu.parent = item
         menu.popup(item, x, y)
         menu.currentIndex = -1
         menu.forceActiveFocus()
+    }
+    /// Opens for the row whose id is `id`.
+    function openFor(id, item, x, y) {
+        menu.subject = id
+        openAt(item, x, y)
     }
 
     padding: 4

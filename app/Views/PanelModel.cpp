@@ -20,9 +20,16 @@ PanelModel::PanelModel(Store& store, BrowserIcons& icons, QObject* parent)
       now_(derive(store.model())),
       rows_(PanelLists::prRoles(), this),
       browsers_(PanelLists::browserRoles(), this),
-      listDrag_(0.3, 0) {
-    listDrag_.setOnDrop([this](reorder::Id id, int target) { store_.send(msg::MoveRepo{id, target}); });
-    modelChanged();
+      listDrag_(0.3, 0),
+      manageDrag_(std::nullopt, 34),
+      watchedRepos_(PanelLists::repoRoles(), this),
+      suggestions_(PanelLists::suggestionRoles(), this),
+      browserSwitches_(PanelLists::browserSwitchRoles(), this) {
+    // Both lists end a drag the same way: one move to the target index,
+    // which counts the groups shown, a prefix of the watch list.
+    for (RepoDragTracker* drag : {&listDrag_, &manageDrag_})
+        drag->setOnDrop([this](reorder::Id id, int target) { store_.send(msg::MoveRepo{id, target}); });
+    updateLists(store_.model());
     connect(&store_, &Store::changed, this, &PanelModel::modelChanged);
 }
 
@@ -42,21 +49,51 @@ PanelModel::Values PanelModel::derive(const Model& model) {
     v.showsGhBanner = model.showsGhBanner();
     v.brewInstalled = model.brewInstalled.value_or(false);
     v.previewMenu = PanelLists::previewMenu(model);
+    v.ghInstalledStatus = ManageTexts::ghInstalled(model.gh);
+    v.ghSignedInStatus = ManageTexts::ghSignedIn(model.gh);
+    v.ghFooter = ManageTexts::ghFooter(model.gh);
+    v.browserMode = QString::fromUtf8(jsonText(model.browserMode));
+    v.browserFooter = ManageTexts::browserFooter(model.browserMode);
+    v.appearance = QString::fromUtf8(jsonText(model.appearance));
+    v.autoFooter = ManageTexts::autoFooter(model.autoRefresh);
+    v.addOpen = model.addOpen;
+    v.addText = QString::fromStdString(model.addText);
+    v.canSubmitAdd = model.canSubmitAdd();
+    if (model.editingRepo) v.editingRepo = qint64(*model.editingRepo);
+    v.editText = QString::fromStdString(model.editText);
     return v;
+}
+
+void PanelModel::updateLists(const Model& model) {
+    // The trackers learn the new order before the rows move, so the rows
+    // glide, and lay them out after, so nothing jumps.
+    const std::vector<RepoGroup> groups = RepoGroup::make(model.listRows());
+    std::vector<reorder::Id> groupIds, repoIds;
+    for (const RepoGroup& group : groups) groupIds.push_back(group.id());
+    for (const Repo& repo : model.repos) repoIds.push_back(repo.id);
+    listDrag_.setEnabled(model.screen == Screen::list && !model.showsOnboarding());
+    listDrag_.setIds(std::move(groupIds));
+    manageDrag_.setEnabled(model.screen == Screen::manage && !model.showsOnboarding());
+    manageDrag_.setIds(std::move(repoIds));
+
+    rows_.update(PanelLists::prRows(model, groups));
+    listDrag_.rowsFollowed();
+    browsers_.update(PanelLists::browserRows(model, icons_));
+    watchedRepos_.update(PanelLists::repoRows(model));
+    manageDrag_.rowsFollowed();
+    suggestions_.update(PanelLists::suggestionRows(model));
+    browserSwitches_.update(PanelLists::browserSwitchRows(model, icons_));
+}
+
+QVariantMap PanelModel::statusMap(const ManageTexts::Status& status) {
+    return {{QStringLiteral("state"), status.state}, {QStringLiteral("text"), status.text}};
 }
 
 void PanelModel::modelChanged() {
     const Model& model = store_.model();
     const Values before = now_;
     now_ = derive(model);
-    std::vector<RepoGroup> groups = RepoGroup::make(model.listRows());
-    std::vector<reorder::Id> ids;
-    for (const RepoGroup& group : groups) ids.push_back(group.id());
-    listDrag_.setEnabled(model.screen == Screen::list && !now_.showsOnboarding);
-    listDrag_.setIds(std::move(ids));
-    rows_.update(PanelLists::prRows(model, groups));
-    listDrag_.rowsFollowed();
-    browsers_.update(PanelLists::browserRows(model, icons_));
+    updateLists(model);
     if (before.onSettings != now_.onSettings) emit screenChanged();
     if (before.showsOnboarding != now_.showsOnboarding) emit showsOnboardingChanged();
     if (before.settingsLoaded != now_.settingsLoaded) emit settingsLoadedChanged();
@@ -68,6 +105,13 @@ void PanelModel::modelChanged() {
     if (before.gh != now_.gh || before.showsGhBanner != now_.showsGhBanner) emit ghChanged();
     if (before.brewInstalled != now_.brewInstalled) emit brewInstalledChanged();
     if (before.previewMenu != now_.previewMenu) emit previewMenuChanged();
+    if (before.browserMode != now_.browserMode) emit browserModeChanged();
+    if (before.appearance != now_.appearance) emit appearanceChanged();
+    if (before.addOpen != now_.addOpen) emit addOpenChanged();
+    if (before.addText != now_.addText) emit addTextChanged();
+    if (before.canSubmitAdd != now_.canSubmitAdd) emit canSubmitAddChanged();
+    if (before.editingRepo != now_.editingRepo) emit editingRepoChanged();
+    if (before.editText != now_.editText) emit editTextChanged();
 }
 
 bool PanelModel::moveRepoBy(const QVariant& id, int delta) {
@@ -81,6 +125,8 @@ bool PanelModel::moveRepoBy(const QVariant& id, int delta) {
 }
 
 QString PanelModel::ghLoginCommand() const { return QString::fromUtf8(Constants::ghLoginCommand); }
+int PanelModel::slugCapacity() const { return int(Constants::slugCapacity); }
+int PanelModel::patternCapacity() const { return int(Constants::patternCapacity); }
 QString PanelModel::brewInstallCommand() const {
     return QString::fromUtf8(Constants::brewInstallCommand);
 }

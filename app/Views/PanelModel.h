@@ -13,6 +13,7 @@
 #include "DiffListModel.h"
 #include "RepoDragTracker.h"
 #include "RepoGroup.h"
+#include "ManageTexts.h"
 #include "Store.h"
 
 namespace velmar::ui {
@@ -45,6 +46,38 @@ class PanelModel : public QObject {
     Q_PROPERTY(QVariantList previewMenu READ previewMenu NOTIFY previewMenuChanged)
     /// Dragging of the list's groups by their headings, after a hold of 0.3 s.
     Q_PROPERTY(velmar::ui::RepoDragTracker* listDrag READ listDrag CONSTANT)
+    /// Dragging of the settings screen's watched repositories, lifted by
+    /// moving; the trailing 34 points of a row (its info button) do not start one.
+    Q_PROPERTY(velmar::ui::RepoDragTracker* manageDrag READ manageDrag CONSTANT)
+
+    // ---- The settings screen ----
+    /// The "gh installed" and "Signed in to GitHub" labels as {state, text},
+    /// state being "good", "bad", "checking" or "pending".
+    Q_PROPERTY(QVariantMap ghInstalledStatus READ ghInstalledStatus NOTIFY ghChanged)
+    Q_PROPERTY(QVariantMap ghSignedInStatus READ ghSignedInStatus NOTIFY ghChanged)
+    Q_PROPERTY(QString ghFooter READ ghFooter NOTIFY ghChanged)
+    /// "open" or "manual".
+    Q_PROPERTY(QString browserMode READ browserMode NOTIFY browserModeChanged)
+    Q_PROPERTY(QString browserFooter READ browserFooter NOTIFY browserModeChanged)
+    /// "dark", "light" or "system".
+    Q_PROPERTY(QString appearance READ appearance NOTIFY appearanceChanged)
+    Q_PROPERTY(QString autoFooter READ autoFooter NOTIFY autoRefreshChanged)
+    Q_PROPERTY(bool addOpen READ addOpen NOTIFY addOpenChanged)
+    Q_PROPERTY(QString addText READ addText NOTIFY addTextChanged)
+    Q_PROPERTY(bool canSubmitAdd READ canSubmitAdd NOTIFY canSubmitAddChanged)
+    /// The id of the repository whose pattern is being edited; undefined when none.
+    Q_PROPERTY(QVariant editingRepo READ editingRepo NOTIFY editingRepoChanged)
+    Q_PROPERTY(QString editText READ editText NOTIFY editTextChanged)
+    Q_PROPERTY(QString placeholdersLine READ placeholdersLine CONSTANT)
+    /// The byte caps of the slug and pattern fields.
+    Q_PROPERTY(int slugCapacity READ slugCapacity CONSTANT)
+    Q_PROPERTY(int patternCapacity READ patternCapacity CONSTANT)
+    /// The watch list (roles: PanelLists::repoRoles).
+    Q_PROPERTY(velmar::ui::DiffListModel* watchedRepos READ watchedRepos CONSTANT)
+    /// The filtered suggestions (roles: PanelLists::suggestionRoles).
+    Q_PROPERTY(velmar::ui::DiffListModel* suggestions READ suggestions CONSTANT)
+    /// Every known browser with its switch (roles: PanelLists::browserSwitchRoles).
+    Q_PROPERTY(velmar::ui::DiffListModel* browserSwitches READ browserSwitches CONSTANT)
 public:
     PanelModel(Store& store, BrowserIcons& icons, QObject* parent = nullptr);
 
@@ -66,6 +99,25 @@ public:
     DiffListModel* browsers() { return &browsers_; }
     QVariantList previewMenu() const { return now_.previewMenu; }
     RepoDragTracker* listDrag() { return &listDrag_; }
+    RepoDragTracker* manageDrag() { return &manageDrag_; }
+    QVariantMap ghInstalledStatus() const { return statusMap(now_.ghInstalledStatus); }
+    QVariantMap ghSignedInStatus() const { return statusMap(now_.ghSignedInStatus); }
+    QString ghFooter() const { return now_.ghFooter; }
+    QString browserMode() const { return now_.browserMode; }
+    QString browserFooter() const { return now_.browserFooter; }
+    QString appearance() const { return now_.appearance; }
+    QString autoFooter() const { return now_.autoFooter; }
+    bool addOpen() const { return now_.addOpen; }
+    QString addText() const { return now_.addText; }
+    bool canSubmitAdd() const { return now_.canSubmitAdd; }
+    QVariant editingRepo() const { return now_.editingRepo; }
+    QString editText() const { return now_.editText; }
+    QString placeholdersLine() const { return ManageTexts::placeholdersLine(); }
+    int slugCapacity() const;
+    int patternCapacity() const;
+    DiffListModel* watchedRepos() { return &watchedRepos_; }
+    DiffListModel* suggestions() { return &suggestions_; }
+    DiffListModel* browserSwitches() { return &browserSwitches_; }
 
     /// Sends the message `message` in its JSON form ({"msg": "open_pr",
     /// "id": 12}), read by the core's own decoder. Returns false, and sends
@@ -92,6 +144,18 @@ public:
         bool showsGhBanner = false;
         bool brewInstalled = false;
         QVariantList previewMenu;
+        ManageTexts::Status ghInstalledStatus;
+        ManageTexts::Status ghSignedInStatus;
+        QString ghFooter;
+        QString browserMode;
+        QString browserFooter;
+        QString appearance;
+        QString autoFooter;
+        bool addOpen = false;
+        QString addText;
+        bool canSubmitAdd = false;
+        QVariant editingRepo;
+        QString editText;
         bool operator==(const Values&) const = default;
     };
     static Values derive(const Model& model);
@@ -108,9 +172,18 @@ signals:
     void ghChanged();
     void brewInstalledChanged();
     void previewMenuChanged();
+    void browserModeChanged();
+    void appearanceChanged();
+    void addOpenChanged();
+    void addTextChanged();
+    void canSubmitAddChanged();
+    void editingRepoChanged();
+    void editTextChanged();
 
 private:
     void modelChanged();
+    void updateLists(const Model& model);
+    static QVariantMap statusMap(const ManageTexts::Status& status);
 
     Store& store_;
     BrowserIcons& icons_;
@@ -118,6 +191,10 @@ private:
     DiffListModel rows_;
     DiffListModel browsers_;
     RepoDragTracker listDrag_;
+    RepoDragTracker manageDrag_;
+    DiffListModel watchedRepos_;
+    DiffListModel suggestions_;
+    DiffListModel browserSwitches_;
 };
 
 }  // namespace velmar::ui

@@ -6,6 +6,7 @@
 #include <QVariantMap>
 
 #include "BrowserIcons.h"
+#include "ByteCapValidator.h"
 #include "IconProvider.h"
 #include "PanelModel.h"
 #include "Theme.h"
@@ -14,6 +15,7 @@ namespace velmar::ui {
 
 QStringList loadPanel(QQuickView& view, PanelModel& panel, Theme& theme, const BrowserIcons& icons,
                       PanelChrome chrome) {
+    registerViewTypes();
     view.setResizeMode(QQuickView::SizeRootObjectToView);
     view.engine()->addImageProvider(QStringLiteral("icon"), new IconProvider);
     view.engine()->addImageProvider(QStringLiteral("browser"), new BrowserIconProvider(icons));

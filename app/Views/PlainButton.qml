@@ -32,6 +32,8 @@ T.AbstractButton {
     Accessible.focusable: true
     Accessible.onPressAction: if (control.enabled) control.clicked()
 
+    // Return belongs to the focused control before any window-wide default action.
+    Keys.onShortcutOverride: (event) => event.accepted = event.key === Qt.Key_Return || event.key === Qt.Key_Enter
     Keys.onReturnPressed: if (control.enabled) control.clicked()
     Keys.onEnterPressed: if (control.enabled) control.clicked()
     Keys.onPressed: (event) => {

@@ -9,6 +9,7 @@ PlainButton {
     property bool linkStyle: false
     property bool small: false
     property int textSize: small ? theme.caption : theme.body
+    property color textColor: prominent ? "white" : (linkStyle ? theme.tint : theme.primary)
 
     link: linkStyle
     implicitWidth: label.implicitWidth + (linkStyle ? 0 : (small ? 14 : 22))
@@ -31,7 +32,7 @@ PlainButton {
     contentItem: Text {
         id: label
         text: button.text
-        color: button.prominent ? "white" : (button.linkStyle ? button.theme.tint : button.theme.primary)
+        color: button.textColor
         font.pixelSize: button.textSize
         font.weight: button.prominent ? Font.DemiBold : Font.Normal
         horizontalAlignment: Text.AlignHCenter

@@ -9,6 +9,7 @@
 #include <QStyleHints>
 #include <algorithm>
 #include <cmath>
+#include <unordered_set>
 
 #include "HitTest.h"
 
@@ -37,10 +38,7 @@ void RepoDragTracker::setView(QQuickItem* view) {
     if (view_ == view) return;
     if (view_) disconnect(view_, &QObject::destroyed, this, nullptr);
     view_ = view;
-    for (const auto& [id, report] : frameReports_)
-        if (auto r = toSpace(report.item, report.rect)) state_.reportFrame(id, *r);
-    for (const auto& [id, report] : handleReports_)
-        if (auto r = toSpace(report.item, report.rect)) state_.reportHandle(id, *r);
+    refreshFrames();
     // The pointer is already null when the list goes away.
     if (view) connect(view, &QObject::destroyed, this, [this] {
         uninstall();
@@ -82,10 +80,27 @@ void RepoDragTracker::setIds(std::vector<reorder::Id> ids) {
 }
 
 void RepoDragTracker::rowsFollowed() {
-    // Laid out at once, so that the rows' new places and the end of their
-    // shifts reach the screen in the same frame: nothing jumps at a drop.
+    // Laid out at once (the list, and whatever positions its rows), so that
+    // the rows' new places and the end of their shifts are seen together:
+    // nothing starts gliding towards a place that is about to change.
     if (view_) view_->ensurePolished();
+    std::unordered_set<QQuickItem*> parents;
+    for (const auto& [id, report] : frameReports_)
+        if (report.item && report.item->parentItem()) parents.insert(report.item->parentItem());
+    for (QQuickItem* parent : parents) parent->ensurePolished();
     updateShifts();
+}
+
+void RepoDragTracker::refreshFrames() {
+    for (const auto& [id, report] : frameReports_)
+        if (auto r = toSpace(report.item, report.rect)) state_.reportFrame(id, *r);
+    for (const auto& [id, report] : handleReports_)
+        if (auto r = toSpace(report.item, report.rect)) state_.reportHandle(id, *r);
+}
+
+double RepoDragTracker::toItemY(QQuickItem* item, double y) const {
+    QQuickItem* from = space();
+    return item && from ? from->mapToItem(item, QPointF(0, y)).y() : y;
 }
 
 void RepoDragTracker::setEnabled(bool enabled) { apply(state_.setEnabled(enabled)); }
@@ -216,6 +231,8 @@ bool RepoDragTracker::eventFilter(QObject* watched, QEvent* event) {
             }
             const QPointF at = e->scenePosition();
             const int count = clickCount(e->timestamp(), at);
+            // A section above may have grown since the last report.
+            if (!state_.drag()) refreshFrames();
             const reorder::Outcome out =
                 state_.mouseDown(toSpace(at), count, [&](reorder::Point) { return isVisible(at); });
             apply(out);

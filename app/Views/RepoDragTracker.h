@@ -33,7 +33,8 @@ class RepoDragTracker : public QObject {
     Q_PROPERTY(QVariant dragId READ dragId NOTIFY dragIdChanged)
     /// The lifted item's vertical offset from its slot in the preview.
     Q_PROPERTY(double draggedOffset READ draggedOffset NOTIFY dragChanged)
-    /// Where the lifted item's top is drawn, in the list content's coordinates.
+    /// Where the lifted item's top is drawn, in the list content's
+    /// coordinates (`toItemY` takes it into an item's).
     Q_PROPERTY(double draggedTop READ draggedTop NOTIFY dragChanged)
     /// Counts the changes of the preview's order; pass it to `shiftOf`, so
     /// that a binding reads the shifts again when they change.
@@ -81,7 +82,12 @@ public:
     /// Back to idle, with no drop.
     void cancel();
 
-    /// The frame of item `id`: `rect` in `item`'s coordinates.
+    /// `y` of the list content's coordinates in those of `item`.
+    Q_INVOKABLE double toItemY(QQuickItem* item, double y) const;
+
+    /// The frame of item `id`: `rect` in `item`'s coordinates. Taken into
+    /// the list's space now and again at each press, when the item may have
+    /// moved with what holds it.
     Q_INVOKABLE void reportFrame(const QVariant& id, QQuickItem* item, const QRectF& rect);
     /// The press area of item `id`, where it is smaller than its frame.
     Q_INVOKABLE void reportHandle(const QVariant& id, QQuickItem* item, const QRectF& rect);
@@ -103,6 +109,8 @@ private:
     void uninstall();
     void apply(const reorder::Outcome& out);
     void updateShifts();
+    /// The frames and handles as the reporting items stand now.
+    void refreshFrames();
     void setGliding(bool on);
     /// The space frames are kept in: the list's content.
     QQuickItem* space() const;

@@ -21,6 +21,9 @@ FocusScope {
     required property string loadingLabel
     required property int groupRows
 
+    /// Its menu ("Open on GitHub", "Copy Link") is the list's.
+    signal menuRequested(Item item, real x, real y)
+
     readonly property real dividerSpace: groupIndex > 0 ? 11 : 0
     readonly property var drag: panel.listDrag
     /// This group is the one being dragged.
@@ -58,11 +61,11 @@ FocusScope {
     Accessible.description: "Alt+Up or Alt+Down moves it"
     Accessible.focusable: true
     // A heading does nothing of its own; Press offers its menu.
-    Accessible.onPressAction: menu.openAt(row, 0, row.height)
+    Accessible.onPressAction: header.menuRequested(row, 0, row.height)
 
     Keys.onPressed: (event) => {
         if (event.key === Qt.Key_Menu) {
-            menu.openAt(row, 0, row.height)
+            header.menuRequested(row, 0, row.height)
             event.accepted = true
         } else if ((event.modifiers & Qt.AltModifier) && (event.key === Qt.Key_Up || event.key === Qt.Key_Down)) {
             header.panel.moveRepoBy(header.repoId, event.key === Qt.Key_Up ? -1 : 1)
@@ -172,21 +175,6 @@ FocusScope {
 
     TapHandler {
         acceptedButtons: Qt.RightButton
-        onTapped: (point) => menu.openAt(header, point.position.x, point.position.y)
-    }
-
-    PanelMenu {
-        id: menu
-        theme: header.theme
-        PanelMenuItem {
-            theme: header.theme
-            text: "Open on GitHub"
-            onTriggered: header.panel.send({ msg: "open_repo", id: header.repoId })
-        }
-        PanelMenuItem {
-            theme: header.theme
-            text: "Copy Link"
-            onTriggered: header.panel.send({ msg: "copy_repo_link", id: header.repoId })
-        }
+        onTapped: (point) => header.menuRequested(header, point.position.x, point.position.y)
     }
 }

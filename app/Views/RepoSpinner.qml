@@ -1,7 +1,7 @@
 // The small turning arc of a repository that is being fetched. It turns only
-// while it is shown, once in 0.9 s (3 s when motion is to be reduced).
+// while it is shown, once in 0.9 s (3 s when motion is to be reduced), on the
+// render thread.
 import QtQuick
-import QtQuick.Shapes
 
 Item {
     id: spinner
@@ -15,27 +15,12 @@ Item {
     Accessible.role: Accessible.Animation
     Accessible.name: label
 
-    Shape {
+    SymbolIcon {
         id: arc
         anchors.fill: parent
-        anchors.margins: 1.5
-        // Thin arcs need multisampling to look smooth.
-        layer.enabled: true
-        layer.samples: 4
-        ShapePath {
-            strokeColor: spinner.theme.secondary
-            strokeWidth: 1.75
-            fillColor: "transparent"
-            capStyle: ShapePath.RoundCap
-            PathAngleArc {
-                centerX: arc.width / 2
-                centerY: arc.height / 2
-                radiusX: arc.width / 2
-                radiusY: arc.height / 2
-                startAngle: -90
-                sweepAngle: 360 * 0.72
-            }
-        }
+        name: "spinner.arc"
+        size: 11
+        color: spinner.theme.secondary
         RotationAnimator on rotation {
             from: 0
             to: 360

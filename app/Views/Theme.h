@@ -110,6 +110,7 @@ class Theme : public QObject {
     Q_PROPERTY(int body MEMBER body_ CONSTANT)
     Q_PROPERTY(int callout MEMBER callout_ CONSTANT)
     Q_PROPERTY(int caption MEMBER caption_ CONSTANT)
+    Q_PROPERTY(int caption2 MEMBER caption2_ CONSTANT)
     Q_PROPERTY(int headline MEMBER headline_ CONSTANT)
     Q_PROPERTY(int title3 MEMBER title3_ CONSTANT)
     Q_PROPERTY(int title2 MEMBER title2_ CONSTANT)
@@ -163,6 +164,7 @@ private:
     int body_ = 13;
     int callout_ = 12;
     int caption_ = 11;
+    int caption2_ = 10;
     int headline_ = 13;
     int title3_ = 15;
     int title2_ = 17;

@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QFile>
 #include <QGuiApplication>
+#include <QQuickItem>
 #include <QQuickView>
 #include <QTemporaryDir>
 #include <QTest>
@@ -28,6 +29,17 @@ protected:
         QFile window(home.filePath(".config/velmar/window.tsv"));
         ASSERT_TRUE(window.open(QIODevice::WriteOnly) &&
                     window.write("x\t40\ny\t30\nwidth\t360\nheight\t480\n\xff\n") > 0 && window.flush());
+        // The login shell hands out a search path whose gh answers nothing
+        // at once, so no test here reaches for the network.
+        ASSERT_TRUE(QDir(home.path()).mkpath("bin"));
+        const auto script = [&](const char* name, const QByteArray& body) {
+            QFile file(home.filePath(QString("bin/") + name));
+            ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write("#!/bin/sh\n" + body) > 0);
+            file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+        };
+        script("gh", "exit 0\n");
+        script("shell", "printf '__VELMAR_PATH__%s__VELMAR_END__' '" + home.filePath("bin").toUtf8() + "'\n");
+        qputenv("SHELL", home.filePath("bin/shell").toUtf8());
         delegate.start();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(delegate.window()));
     }
@@ -80,6 +92,82 @@ TEST_F(AppDelegateTest, moves_and_resizes_are_reported_only_after_start_up) {
     window->resize(300, 400);
     ASSERT_TRUE(QTest::qWaitFor([&] { return model().lastFrame->width == 300; }, 2000));
     EXPECT_EQ(*model().lastFrame, (WindowFrame{50, 60, 300, 400}));
+}
+
+// The window-wide keys are shortcuts of the whole application; a focused
+// text field must still get its editing keys, and Escape in the add field
+// closes only the popover.
+TEST_F(AppDelegateTest, a_focused_field_keeps_its_editing_keys) {
+    QQuickView* window = delegate.window();
+    QTest::keyClick(window, Qt::Key_Comma, Qt::ControlModifier);
+    ASSERT_EQ(model().screen, Screen::manage);
+    delegate.store().send(msg::OpenAdd{});
+    ASSERT_TRUE(QTest::qWaitFor([&] { return window->activeFocusItem() != nullptr &&
+                                             window->activeFocusItem()->inherits("QQuickTextInput"); }, 2000));
+    const auto type = [&](const char* text) {
+        for (const char* c = text; *c != 0; ++c) QTest::keyClick(window, *c);
+    };
+    struct Step {
+        Qt::Key key;  // 0: type `text` instead
+        Qt::KeyboardModifiers modifiers;
+        const char* text;
+        const char* after;
+    };
+    const Step steps[] = {
+        {Qt::Key(0), {}, "acme/web", "acme/web"},
+        {Qt::Key_Home, {}, "", "acme/web"},
+        {Qt::Key(0), {}, "x", "xacme/web"},
+        {Qt::Key_End, {}, "", "xacme/web"},
+        {Qt::Key_Left, {}, "", "xacme/web"},
+        {Qt::Key(0), {}, "y", "xacme/weyb"},
+        {Qt::Key_A, Qt::ControlModifier, "", "xacme/weyb"},
+        {Qt::Key_C, Qt::ControlModifier, "", "xacme/weyb"},
+        {Qt::Key_Right, {}, "", "xacme/weyb"},
+        {Qt::Key_V, Qt::ControlModifier, "", "xacme/weybxacme/weyb"},
+        {Qt::Key_Z, Qt::ControlModifier, "", "xacme/weyb"},
+        {Qt::Key_A, Qt::ControlModifier, "", "xacme/weyb"},
+        {Qt::Key_X, Qt::ControlModifier, "", ""},
+    };
+    for (const Step& step : steps) {
+        SCOPED_TRACE(std::string(step.text) + " / key " + std::to_string(step.key));
+        if (step.key == 0) type(step.text);
+        else QTest::keyClick(window, step.key, step.modifiers);
+        EXPECT_EQ(model().addText, step.after);
+    }
+    EXPECT_EQ(model().screen, Screen::manage);
+    EXPECT_TRUE(model().addOpen);
+    QTest::keyClick(window, Qt::Key_Escape);
+    EXPECT_FALSE(model().addOpen);
+    EXPECT_EQ(model().screen, Screen::manage) << "Escape went past the popover";
+}
+
+// From the settings screen alone: a repository added by typing, given a
+// pattern in its editor, and both in the stored file.
+TEST_F(AppDelegateTest, a_repository_added_and_given_a_pattern_is_stored) {
+    QQuickView* window = delegate.window();
+    QTest::keyClick(window, Qt::Key_Comma, Qt::ControlModifier);
+    const auto typeInto = [&](const char* text) {
+        ASSERT_TRUE(QTest::qWaitFor([&] { return window->activeFocusItem() != nullptr &&
+                                                 window->activeFocusItem()->inherits("QQuickTextInput"); }, 2000));
+        for (const char* c = text; *c != 0; ++c) QTest::keyClick(window, *c);
+        QTest::keyClick(window, Qt::Key_Return);
+    };
+    const auto stored = [&] {
+        QFile file(home.filePath(".config/velmar/repos.tsv"));
+        return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : std::string();
+    };
+    ASSERT_TRUE(QTest::qWaitFor([&] { return model().pathResolved; }, 3000));
+    ASSERT_EQ(model().path, home.filePath("bin").toStdString()) << "a real gh would be run";
+    delegate.store().send(msg::OpenAdd{});
+    typeInto("acme/web");
+    EXPECT_FALSE(model().addOpen);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return stored() == "acme/web\t\n"; }, 3000)) << stored();
+
+    delegate.store().send(msg::EditPattern{model().repos.at(0).id});
+    typeInto("https://web-{number}.example.com");
+    EXPECT_FALSE(model().editingRepo.has_value());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return stored() == "acme/web\thttps://web-{number}.example.com\n"; }, 3000))
+        << stored();
 }
 
 int main(int argc, char** argv) {

@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # The real app offscreen, driven by the synthetic input: a held drag of the first heading of the
 # list reorders the watch list in repos.tsv, a drag that moves before the hold ends changes
-# nothing, and the clicks, key and malformed values log what they should and nothing more.
+# nothing, a row of the settings list moves without a hold but not from its info button, and the
+# clicks, key and malformed values log what they should and nothing more.
 set -uo pipefail
 velmar=$1 work=$(mktemp -d) failures=0
 trap 'rm -rf "$work"' EXIT
@@ -45,6 +46,18 @@ logged held | grep -q '^velmar: drag (100, 60) → (100, 140) hit QQuickRowLayou
 run early VELMAR_DEBUG_DRAG='100,60,100,140'
 [ "$(cat "$work/early.tsv")" = "acme/one acme/two acme/three acme/four" ] ||
     fail "drag before the hold: repos.tsv is '$(cat "$work/early.tsv")'"
+
+# The settings list: rows 44 apart, the first centred at y 230; a row lifts on moving, at once.
+# A press on the trailing 34 points (the info button) is the button's, and moves nothing.
+manage=(VELMAR_DEBUG_SEND='[{"msg":"navigate","screen":"manage"}]' VELMAR_DEBUG_SEND_DELAY=0.3)
+run settings "${manage[@]}" VELMAR_DEBUG_DRAG='60,230,60,330'
+[ "$(cat "$work/settings.tsv")" = "acme/two acme/three acme/one acme/four" ] ||
+    fail "settings drag: repos.tsv is '$(cat "$work/settings.tsv")'; $(logged settings)"
+logged settings | grep -q '^velmar: drag (60, 230) → (60, 330) hit .*WatchedRepoRow' ||
+    fail "settings drag: log '$(logged settings)'"
+run trailing "${manage[@]}" VELMAR_DEBUG_DRAG='330,230,330,330'
+[ "$(cat "$work/trailing.tsv")" = "acme/one acme/two acme/three acme/four" ] ||
+    fail "drag from the info button: repos.tsv is '$(cat "$work/trailing.tsv")'"
 
 # Malformed values are ignored in silence; points that are no place are clicked without harm.
 run odd VELMAR_DEBUG_DRAG='100,60,100' VELMAR_DEBUG_KEY=70000 VELMAR_DEBUG_CLICK='nan,inf;x;10, 20;1,2,3'

@@ -69,7 +69,14 @@ TEST(panel_model, notifies_only_the_properties_whose_value_changed) {
         {[](Model& m) { m.brewInstalled = true; }, {"brewInstalledChanged"}},
         {[](Model& m) { m.browsers.push_back(Browser{.id = 1, .name = "Firefox", .app = "Firefox", .running = true}); },
          {"previewMenuChanged"}},
-        {[](Model& m) { m.addText = "x"; }, {}},
+        {[](Model& m) { m.addText = "x"; }, {"addTextChanged"}},
+        {[](Model& m) { m.addText = "a/b"; }, {"addTextChanged", "canSubmitAddChanged"}},
+        {[](Model& m) { m.addOpen = true; }, {"addOpenChanged"}},
+        {[](Model& m) { m.editingRepo = 1; }, {"editingRepoChanged"}},
+        {[](Model& m) { m.editText = "https://x"; }, {"editTextChanged"}},
+        {[](Model& m) { m.browserMode = BrowserMode::manual; }, {"browserModeChanged"}},
+        {[](Model& m) { m.appearance = Appearance::light; }, {"appearanceChanged"}},
+        {[](Model& m) { m.nextRepoId = 9; }, {}},
     };
     for (auto [change, expected] : rows) {
         Store store(answer(change), nullptr);

@@ -1,5 +1,7 @@
 #!/usr/bin/env python3
-"""Test helper, X11 without a window manager: `geometry TITLE` prints "x y width height", `move TITLE X Y`."""
+"""Test helper, X11 without a window manager: `geometry TITLE` prints "x y width height", `move TITLE X Y`,
+`class TITLE` prints "instance class", `pids TITLE` the process ids of the mapped windows so titled,
+`focus` the process id of the window that has the input focus, `icons TITLE` the widths of its icons."""
 import ctypes as C
 import ctypes.util
 import sys
@@ -13,6 +15,87 @@ x.XFetchName.argtypes = [D, W, P(C.c_char_p)]
 x.XGetGeometry.argtypes = [D, W, P(W), P(I), P(I), P(U), P(U), P(U), P(U)]
 x.XMoveWindow.argtypes = [D, W, I, I]
 x.XSync.argtypes = [D, I]
+x.XGetInputFocus.argtypes = [D, P(W), P(I)]
+x.XInternAtom.argtypes, x.XInternAtom.restype = [D, C.c_char_p, I], W
+x.XGetWindowProperty.argtypes = [D, W, W, C.c_long, C.c_long, I, W, P(W), P(I), P(C.c_ulong),
+                                 P(C.c_ulong), P(P(C.c_ubyte))]
+
+
+class Attributes(C.Structure):  # XWindowAttributes, up to map_state
+    _fields_ = [("geometry", I * 6), ("visual", D), ("root", W), ("gravity", I * 4),
+                ("planes", C.c_ulong * 2), ("save_under", I), ("colormap", W),
+                ("map_installed", I), ("map_state", I), ("rest", C.c_char * 64)]
+
+
+x.XGetWindowAttributes.argtypes = [D, W, P(Attributes)]
+x.XGetClassHint.argtypes = [D, W, P(C.c_char_p * 2)]
+
+
+def top_levels(display):
+    tree = [W(), W(), P(W)(), U()]
+    x.XQueryTree(display, x.XDefaultRootWindow(display), *map(C.byref, tree))
+    return tree[2][:tree[3].value]
+
+
+def title(display, window):
+    name = C.c_char_p()
+    return name.value.decode() if x.XFetchName(display, window, C.byref(name)) and name.value else ""
+
+
+def cardinals(display, window, name, most):
+    kind, size, count, rest, data = W(), I(), C.c_ulong(), C.c_ulong(), P(C.c_ubyte)()
+    x.XGetWindowProperty(display, window, x.XInternAtom(display, name, 0), 0, most, 0, 0,
+                         C.byref(kind), C.byref(size), C.byref(count), C.byref(rest), C.byref(data))
+    return C.cast(data, P(C.c_long))[:count.value] if count.value else []
+
+
+def pid(display, window):
+    return (cardinals(display, window, b"_NET_WM_PID", 1) or [0])[0]
+
+
+def icon_widths(display, window):
+    # _NET_WM_ICON: width, height and width * height pixels, for each size.
+    data, at, widths = cardinals(display, window, b"_NET_WM_ICON", 1 << 20), 0, []
+    while at + 1 < len(data):
+        widths.append(data[at])
+        at += 2 + data[at] * data[at + 1]
+    return widths
+
+
+def mapped(display, window):
+    attributes = Attributes()
+    x.XGetWindowAttributes(display, window, C.byref(attributes))
+    return attributes.map_state == 2  # IsViewable
+
+
+def session(command, title_wanted=None):
+    display = x.XOpenDisplay(None) or sys.exit("x11win: no display")
+    if command == "focus":
+        focus, revert = W(), I()
+        x.XGetInputFocus(display, C.byref(focus), C.byref(revert))
+        # Qt gives the focus to its top-level window or to a child of it.
+        tops = {w: pid(display, w) for w in top_levels(display)}
+        window = focus.value
+        while window and window not in tops:
+            tree = [W(), W(), P(W)(), U()]
+            x.XQueryTree(display, window, *map(C.byref, tree))
+            window = tree[1].value
+        print(tops.get(window, 0))
+    elif command == "pids":
+        for window in top_levels(display):
+            if title(display, window) == title_wanted and mapped(display, window):
+                print(pid(display, window))
+    else:
+        for window in top_levels(display):
+            if title(display, window) == title_wanted and mapped(display, window):
+                if command == "icons":
+                    print(*icon_widths(display, window))
+                    return
+                hint = (C.c_char_p * 2)()
+                x.XGetClassHint(display, window, C.byref(hint))
+                print((hint[0] or b"").decode(), (hint[1] or b"").decode())
+                return
+        sys.exit("x11win: no window titled %r" % title_wanted)
 
 
 def main(command, title, *corner):
@@ -35,4 +118,4 @@ def main(command, title, *corner):
 
 
 if __name__ == "__main__":
-    main(*sys.argv[1:])
+    (session if sys.argv[1] in ("focus", "pids", "class", "icons") else main)(*sys.argv[1:])

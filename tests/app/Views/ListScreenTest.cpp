@@ -189,12 +189,11 @@ TEST_F(list_screen, a_refresh_keeps_scroll_position_and_an_open_menu) {
         for (int n = 1; n <= 9; ++n) m.prs.push_back(pr(r, n, "Change " + std::to_string(n)));
     }
     h.show(m, 360);
-    QQuickItem* flick = nullptr;
-    for (QQuickItem* item : h.view().rootObject()->findChildren<QQuickItem*>())
-        if (item->inherits("QQuickListView")) flick = item;
+    QQuickItem* flick = h.view().rootObject()->findChild<QQuickItem*>("prList");
     ASSERT_NE(flick, nullptr);
     flick->setProperty("contentY", 300);
     QTest::qWait(20);
+    ASSERT_EQ(flick->property("contentY").toDouble(), 300);
     h.rightClick("acme/repo-3");
     QTest::qWait(50);
     ASSERT_NE(h.find("Open on GitHub"), nullptr);

@@ -82,6 +82,13 @@ TEST(onboarding, buttons_send_their_messages) {
     EXPECT_TRUE(h.press("Continue"));
     QTest::keyClick(&h.view(), Qt::Key_Return);
     EXPECT_EQ(h.takeSent(), (Sent{R"({"msg":"onboarding_continue"})", R"({"msg":"onboarding_continue"})"}));
+
+    // Return on a focused button is that button's, not the default action.
+    QAccessibleInterface* skip = h.find("Skip for now");
+    for (int i = 0; i < 10 && !skip->state().focused; ++i) QTest::keyClick(&h.view(), Qt::Key_Tab);
+    ASSERT_TRUE(skip->state().focused);
+    QTest::keyClick(&h.view(), Qt::Key_Return);
+    EXPECT_EQ(h.takeSent(), Sent{R"({"msg":"onboarding_skip"})"});
 }
 
 TEST(onboarding, install_button_shortens_its_title_when_narrow) {

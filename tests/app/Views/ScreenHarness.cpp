@@ -73,10 +73,32 @@ std::vector<std::string> ScreenHarness::takeSent() {
     return out;
 }
 
+QAccessibleInterface* findAccessible(QWindow& window, const QString& name) {
+    QAccessibleInterface* found = nullptr;
+    walk(QAccessible::queryAccessibleInterface(&window), [&](QAccessibleInterface* node) {
+        if (found == nullptr && node->text(QAccessible::Name) == name) found = node;
+        return found != nullptr;
+    });
+    return found;
+}
+
+bool pressAccessible(QWindow& window, const QString& name) {
+    QAccessibleInterface* node = findAccessible(window, name);
+    if (node == nullptr || node->actionInterface() == nullptr) return false;
+    const QString action = QAccessibleActionInterface::pressAction();
+    if (!node->actionInterface()->actionNames().contains(action)) return false;
+    node->actionInterface()->doAction(action);
+    return true;
+}
+
 QAccessibleInterface* ScreenHarness::find(const QString& name) const {
+    return findAccessible(const_cast<QQuickView&>(view_), name);
+}
+
+QAccessibleInterface* ScreenHarness::find(const QString& name, QAccessible::Role role) const {
     QAccessibleInterface* found = nullptr;
     walk(QAccessible::queryAccessibleInterface(const_cast<QQuickView*>(&view_)), [&](QAccessibleInterface* node) {
-        if (found == nullptr && node->text(QAccessible::Name) == name) found = node;
+        if (found == nullptr && node->role() == role && node->text(QAccessible::Name) == name) found = node;
         return found != nullptr;
     });
     return found;
@@ -93,12 +115,7 @@ QStringList ScreenHarness::names() const {
 }
 
 bool ScreenHarness::press(const QString& name) const {
-    QAccessibleInterface* node = find(name);
-    if (node == nullptr || node->actionInterface() == nullptr) return false;
-    const QString action = QAccessibleActionInterface::pressAction();
-    if (!node->actionInterface()->actionNames().contains(action)) return false;
-    node->actionInterface()->doAction(action);
-    return true;
+    return pressAccessible(const_cast<QQuickView&>(view_), name);
 }
 
 void ScreenHarness::rightClick(const QString& name) {

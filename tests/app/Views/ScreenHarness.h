@@ -7,6 +7,7 @@
 #include <QAccessible>
 #include <QQuickView>
 #include <optional>
+#include <ostream>
 #include <vector>
 
 #include "Model.h"
@@ -14,6 +15,9 @@
 #include "Views/BrowserIcons.h"
 #include "Views/PanelModel.h"
 #include "Views/Theme.h"
+
+/// QStrings in test failures as their text.
+inline void PrintTo(const QString& text, std::ostream* out) { *out << '"' << text.toStdString() << '"'; }
 
 namespace velmar::testing {
 
@@ -32,6 +36,8 @@ public:
     /// The first accessible element named `name` (depth first, in the order
     /// of the tree), or null.
     QAccessibleInterface* find(const QString& name) const;
+    /// The first element named `name` in `role`, or null.
+    QAccessibleInterface* find(const QString& name, QAccessible::Role role) const;
     /// All names in the tree, for messages.
     QStringList names() const;
     /// Presses `name` through its accessibility action; false if there is no
@@ -58,6 +64,13 @@ private:
     QQuickView view_;
     bool loaded_ = false;
 };
+
+/// The first accessible element of `window` named `name` (depth first,
+/// shown elements only), or null.
+QAccessibleInterface* findAccessible(QWindow& window, const QString& name);
+/// Presses the element through its accessibility Press action; false when
+/// there is no such element or it has no Press action.
+bool pressAccessible(QWindow& window, const QString& name);
 
 /// A model as after start-up: onboarded, every file read, gh signed in.
 Model readyModel();

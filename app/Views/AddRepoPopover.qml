@@ -1,0 +1,76 @@
+// The popover of the add button: a slug field with its "Add" button, and
+// the suggestions the core has gathered, filtered by the field. It is up
+// while the model's add field is open; when the window closes it (a press
+// outside, Escape) it sends the close, and only then.
+import QtQuick
+import QtQuick.Layouts
+
+Popover {
+    id: popover
+    required property var panel
+
+    edge: "bottom"
+    preferredWidth: 360
+    accessibleName: "Add a repo"
+    visible: panel.addOpen
+    onClosed: if (popover.panel.addOpen) popover.panel.send({ msg: "close_add" })
+
+    content: ColumnLayout {
+        spacing: 10
+
+        Text {
+            text: "Add a repo"
+            color: popover.theme.primary
+            font.pixelSize: popover.theme.headline
+            font.weight: Font.DemiBold
+            Accessible.role: Accessible.Heading
+            Accessible.name: text
+        }
+        RowLayout {
+            Layout.fillWidth: true
+            spacing: 8
+            CappedTextField {
+                Layout.fillWidth: true
+                theme: popover.theme
+                modelText: popover.panel.addText
+                maxBytes: popover.panel.slugCapacity
+                accessibilityLabel: "Repository slug"
+                placeholderText: "owner/repo"
+                autofocus: true
+                onEdited: (text) => popover.panel.send({ msg: "add_text", text: text })
+                onSubmitted: popover.panel.send({ msg: "submit_add" })
+            }
+            PushButton {
+                theme: popover.theme
+                text: "Add"
+                prominent: true
+                enabled: popover.panel.canSubmitAdd
+                activate: () => popover.panel.send({ msg: "submit_add" })
+            }
+        }
+        Text {
+            Layout.fillWidth: true
+            text: "Yours, plus repos you have access to (type above to filter):"
+            color: popover.theme.secondary
+            font.pixelSize: popover.theme.callout
+            wrapMode: Text.Wrap
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
+        }
+        SuggestionList {
+            Layout.fillWidth: true
+            Layout.preferredHeight: 200
+            panel: popover.panel
+            theme: popover.theme
+        }
+        RowLayout {
+            Layout.fillWidth: true
+            Item { Layout.fillWidth: true }
+            PushButton {
+                theme: popover.theme
+                text: "Done"
+                activate: () => popover.panel.send({ msg: "close_add" })
+            }
+        }
+    }
+}

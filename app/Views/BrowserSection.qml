@@ -1,0 +1,47 @@
+// Which browsers the picker offers: the open ones, or those switched on
+// here. The switches slide open when the choice turns to chosen browsers.
+import QtQuick
+import QtQuick.Layouts
+
+FormSection {
+    id: section
+    required property var panel
+    required property string widthClass
+
+    readonly property bool manual: panel.browserMode === "manual"
+
+    title: "Browsers"
+    footer: panel.browserFooter
+
+    FormRow {
+        theme: section.theme
+        divider: false
+        MenuRow {
+            theme: section.theme
+            widthClass: section.widthClass
+            title: "Show in picker"
+            options: [{ title: "Open Browsers", value: "open" }, { title: "Chosen Browsers", value: "manual" }]
+            current: section.panel.browserMode
+            onChosen: (value) => section.panel.send({ msg: "set_browser_mode", mode: value })
+        }
+    }
+    Item {
+        Layout.fillWidth: true
+        implicitHeight: section.manual ? switches.implicitHeight : 0
+        Behavior on implicitHeight { SpringEase {} }
+        visible: implicitHeight > 0
+        clip: true
+        ColumnLayout {
+            id: switches
+            width: parent.width
+            spacing: 0
+            Repeater {
+                model: section.panel.browserSwitches
+                BrowserSwitchRow {
+                    theme: section.theme
+                    panel: section.panel
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,52 @@
+// The appearance, and once the settings file has been read, the automatic
+// refresh with a note on what it does.
+import QtQuick
+import QtQuick.Layouts
+
+FormSection {
+    id: section
+    required property var panel
+    required property string widthClass
+
+    title: "General"
+    footer: panel.settingsLoaded ? panel.autoFooter : ""
+
+    FormRow {
+        theme: section.theme
+        divider: false
+        MenuRow {
+            theme: section.theme
+            widthClass: section.widthClass
+            title: "Appearance"
+            options: [{ title: "Dark", value: "dark" }, { title: "Light", value: "light" }, { title: "Auto", value: "system" }]
+            current: section.panel.appearance
+            onChosen: (value) => section.panel.send({ msg: "set_appearance", appearance: value })
+        }
+    }
+    FormRow {
+        theme: section.theme
+        visible: section.panel.settingsLoaded
+        RowLayout {
+            Layout.fillWidth: true
+            spacing: 8
+            Text {
+                Layout.fillWidth: true
+                text: "Refresh automatically"
+                color: section.theme.primary
+                font.pixelSize: section.theme.body
+                // Wraps rather than cut a title short in a narrow panel.
+                wrapMode: Text.Wrap
+                // The switch carries the title.
+                Accessible.ignored: true
+            }
+            AutoSwitch {
+                theme: section.theme
+                text: "Refresh automatically"
+                tooltip: ""
+                showsTitle: false
+                on: section.panel.autoRefresh
+                activate: () => section.panel.send({ msg: "set_auto", on: !section.panel.autoRefresh })
+            }
+        }
+    }
+}

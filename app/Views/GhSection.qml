@@ -1,0 +1,70 @@
+// The settings section about the GitHub CLI: whether gh is installed and
+// signed in, with the way to install it or the command to sign in under the
+// row that is not yet good.
+import QtQuick
+import QtQuick.Layouts
+
+FormSection {
+    id: section
+    required property var panel
+
+    title: "GitHub CLI"
+    footer: panel.ghFooter
+
+    FormRow {
+        theme: section.theme
+        divider: false
+        RowLayout {
+            Layout.fillWidth: true
+            spacing: 8
+            Text {
+                Layout.fillWidth: true
+                text: "<font face=\"" + section.theme.monospace + "\">gh</font> installed"
+                textFormat: Text.StyledText
+                color: section.theme.primary
+                font.pixelSize: section.theme.body
+                // Wraps rather than cut a title short in a narrow panel.
+                wrapMode: Text.Wrap
+                Accessible.role: Accessible.StaticText
+                Accessible.name: "gh installed"
+            }
+            GhStatusLabel {
+                theme: section.theme
+                status: section.panel.ghInstalledStatus
+            }
+        }
+        GhInstallGuidance {
+            Layout.fillWidth: true
+            visible: section.panel.gh === "missing"
+            panel: section.panel
+            theme: section.theme
+        }
+    }
+    FormRow {
+        theme: section.theme
+        RowLayout {
+            Layout.fillWidth: true
+            spacing: 8
+            Text {
+                Layout.fillWidth: true
+                text: "Signed in to GitHub"
+                color: section.theme.primary
+                font.pixelSize: section.theme.body
+                // Wraps rather than cut a title short in a narrow panel.
+                wrapMode: Text.Wrap
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
+            GhStatusLabel {
+                theme: section.theme
+                status: section.panel.ghSignedInStatus
+            }
+        }
+        CommandWell {
+            visible: section.panel.gh === "logged_out"
+            panel: section.panel
+            theme: section.theme
+            command: section.panel.ghLoginCommand
+        }
+    }
+}

@@ -1,0 +1,106 @@
+// The popover that edits one repository's preview URL pattern. It is up
+// while the model edits this repository; when the window closes it (a press
+// outside, Escape away from the field) it cancels the edit, and only then.
+import QtQuick
+import QtQuick.Layouts
+
+Popover {
+    id: editor
+    required property var panel
+    required property var repoId
+    required property string name
+    required property string placeholder
+    required property string hint
+    required property string removeTooltip
+
+    edge: "trailing"
+    preferredWidth: 320
+    accessibleName: "Edit " + name
+    visible: panel.editingRepo === repoId
+    onClosed: if (editor.panel.editingRepo === editor.repoId) editor.panel.send({ msg: "cancel_edit" })
+
+    content: ColumnLayout {
+        spacing: 10
+        // Return anywhere but on a button saves.
+        Keys.onReturnPressed: editor.panel.send({ msg: "save_pattern" })
+        Keys.onEnterPressed: editor.panel.send({ msg: "save_pattern" })
+
+        ColumnLayout {
+            Layout.fillWidth: true
+            spacing: 2
+            Text {
+                Layout.fillWidth: true
+                text: editor.name
+                textFormat: Text.PlainText
+                color: editor.theme.primary
+                font.pixelSize: editor.theme.headline
+                font.weight: Font.DemiBold
+                elide: Text.ElideMiddle
+                Accessible.role: Accessible.Heading
+                Accessible.name: text
+            }
+            Text {
+                text: "Preview URL"
+                color: editor.theme.secondary
+                font.pixelSize: editor.theme.callout
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
+        }
+        CappedTextField {
+            Layout.fillWidth: true
+            theme: editor.theme
+            modelText: editor.panel.editText
+            maxBytes: editor.panel.patternCapacity
+            accessibilityLabel: "Preview URL pattern"
+            placeholderText: editor.placeholder
+            autofocus: true
+            cancels: true
+            onEdited: (text) => editor.panel.send({ msg: "edit_text", text: text })
+            onSubmitted: editor.panel.send({ msg: "save_pattern" })
+            onCancelled: editor.panel.send({ msg: "cancel_edit" })
+        }
+        Text {
+            Layout.fillWidth: true
+            text: editor.panel.placeholdersLine
+            color: editor.theme.secondary
+            font.pixelSize: editor.theme.caption
+            wrapMode: Text.Wrap
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
+        }
+        Text {
+            Layout.fillWidth: true
+            text: editor.hint
+            color: editor.theme.secondary
+            font.pixelSize: editor.theme.caption
+            wrapMode: Text.Wrap
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
+        }
+        RowLayout {
+            Layout.fillWidth: true
+            spacing: 8
+            PushButton {
+                theme: editor.theme
+                text: "Remove"
+                textColor: editor.theme.destructive
+                tooltip: editor.removeTooltip
+                activate: () => editor.panel.send({ msg: "remove_repo", id: editor.repoId })
+            }
+            Item { Layout.fillWidth: true }
+            PushButton {
+                theme: editor.theme
+                text: "Cancel"
+                activate: () => editor.panel.send({ msg: "cancel_edit" })
+            }
+            PushButton {
+                theme: editor.theme
+                text: "Save"
+                prominent: true
+                Accessible.defaultButton: true
+                activate: () => editor.panel.send({ msg: "save_pattern" })
+            }
+        }
+    }
+}
