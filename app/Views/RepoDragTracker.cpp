@@ -17,6 +17,7 @@ namespace velmar::ui {
 
 RepoDragTracker::RepoDragTracker(std::optional<double> holdDelay, double trailingClearance, QObject* parent)
     : QObject(parent), state_(holdDelay, trailingClearance) {
+    clock_.start();
     hold_.setSingleShot(true);
     hold_.setTimerType(Qt::PreciseTimer);
     if (holdDelay) hold_.setInterval(int(std::lround(*holdDelay * 1000)));
@@ -206,6 +207,8 @@ bool RepoDragTracker::isVisible(QPointF scenePoint) const {
 }
 
 int RepoDragTracker::clickCount(ulong timestamp, QPointF scenePoint) {
+    // An event made without a time stamp is timed on arrival.
+    if (timestamp == 0) timestamp = ulong(clock_.elapsed()) + 1;
     const QStyleHints* hints = QGuiApplication::styleHints();
     const QPointF d = scenePoint - lastPressPoint_;
     const bool series = clicks_ > 0 && timestamp >= lastPressTime_ &&

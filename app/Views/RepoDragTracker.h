@@ -5,6 +5,7 @@
 // reports the items' frames, and sets `view` while the list is on screen.
 #pragma once
 
+#include <QElapsedTimer>
 #include <QObject>
 #include <QPointF>
 #include <QPointer>
@@ -31,8 +32,6 @@ class RepoDragTracker : public QObject {
     /// The lifted item's id; undefined when none. It changes at a lift and
     /// at the end, not with every move.
     Q_PROPERTY(QVariant dragId READ dragId NOTIFY dragIdChanged)
-    /// The lifted item's vertical offset from its slot in the preview.
-    Q_PROPERTY(double draggedOffset READ draggedOffset NOTIFY dragChanged)
     /// Where the lifted item's top is drawn, in the list content's
     /// coordinates (`toItemY` takes it into an item's).
     Q_PROPERTY(double draggedTop READ draggedTop NOTIFY dragChanged)
@@ -57,14 +56,12 @@ public:
     void setView(QQuickItem* view);
     bool lifted() const { return lifted_; }
     QVariant dragId() const;
-    double draggedOffset() const { return state_.draggedOffset(); }
     double draggedTop() const { return state_.draggedTop(); }
     int shiftsRevision() const { return shiftsRevision_; }
     /// How far item `id` stands from its resting place in the preview: the
     /// others make room for the lifted one. (A map property would be copied
     /// whole into every binding that reads it.)
     Q_INVOKABLE double shiftOf(const QVariant& id, int revision = 0) const;
-    const std::unordered_map<reorder::Id, double>& shifts() const { return shifts_; }
     QVariant firstId() const;
     bool gliding() const { return gliding_; }
     const reorder::RepoDragState& state() const { return state_; }
@@ -142,6 +139,7 @@ private:
     int shiftsRevision_ = 0;
     // The last left press, to count the clicks of a series.
     ulong lastPressTime_ = 0;
+    QElapsedTimer clock_;
     QPointF lastPressPoint_;
     int clicks_ = 0;
 };
