@@ -19,6 +19,7 @@
 #include <string>
 #include <vector>
 
+#include "PanelBench.h"
 #include "Store.h"
 #include "Views/BrowserIcons.h"
 #include "Views/HitTest.h"
@@ -63,30 +64,16 @@ void mouse(QQuickView& view, QEvent::Type type, QPointF at, Qt::MouseButtons but
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QGuiApplication app(argc, argv);
-    Store store;
-    ui::Theme theme(std::nullopt);
-    ui::BrowserIcons icons([](const std::string&) { return std::nullopt; });
-    ui::PanelModel panel(store, icons);
-
     std::string repos;
     for (int i = 0; i < 50; ++i) repos += slug(i) + "\t\n";
-    store.send(msg::HomeResolved{"/nonexistent"});
-    store.send(msg::FileRead{ConfigFile::settings, "auto\t0\nview\tlist\nonboarded\t1\nappearance\tdark\n"});
-    store.send(msg::FileRead{ConfigFile::browsers, std::nullopt});
-    store.send(msg::FileRead{ConfigFile::repos, repos});
-    store.send(msg::PathResolved{"/usr/bin"});
-    store.send(msg::GhChecked{0});
+    bench::PanelBench bench(repos);
+    auto& store = bench.store;
+    auto& panel = bench.panel;
+    auto& view = bench.view;
     // Every repository answered, with no pull request: no spinner keeps
     // frames coming, so each frame is one the drag asked for.
     for (int i = 0; i < 50; ++i) store.send(msg::PrsFetched{slug(i) + "\n", true});
-
-    QQuickView view;
-    for (const QString& error : ui::loadPanel(view, panel, theme, icons))
-        std::fprintf(stderr, "%s\n", error.toUtf8().constData());
-    view.resize(420, 700);
-    view.show();
-    QTest::qWaitForWindowExposed(&view);
-    QTest::qWait(300);
+    bench.show(300);
 
     QQuickItem* first = heading(view.contentItem(), slug(0));
     if (first == nullptr) {

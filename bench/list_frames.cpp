@@ -19,6 +19,7 @@
 #include <string>
 #include <vector>
 
+#include "PanelBench.h"
 #include "Store.h"
 #include "Views/BrowserIcons.h"
 #include "Views/PanelModel.h"
@@ -96,26 +97,11 @@ std::vector<double> scrollThrough(QQuickView& view, int passes) {
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QGuiApplication app(argc, argv);
-    Store store;
-    ui::Theme theme(std::nullopt);
-    ui::BrowserIcons icons([](const std::string&) { return std::nullopt; });
-    ui::PanelModel panel(store, icons);
-
-    // A start as the shell makes it: files read, gh signed in, one repository loading.
-    store.send(msg::HomeResolved{"/nonexistent"});
-    store.send(msg::FileRead{ConfigFile::settings, "auto\t0\nview\tlist\nonboarded\t1\nappearance\tdark\n"});
-    store.send(msg::FileRead{ConfigFile::browsers, std::nullopt});
-    store.send(msg::FileRead{ConfigFile::repos, "acme/web\t\n"});
-    store.send(msg::PathResolved{"/usr/bin"});
-    store.send(msg::GhChecked{0});
-
-    QQuickView view;
-    for (const QString& error : ui::loadPanel(view, panel, theme, icons))
-        std::fprintf(stderr, "%s\n", error.toUtf8().constData());
-    view.resize(420, 700);
-    view.show();
-    QTest::qWaitForWindowExposed(&view);
-    QTest::qWait(200);
+    bench::PanelBench bench("acme/web\t\n");
+    auto& store = bench.store;
+    auto& panel = bench.panel;
+    auto& view = bench.view;
+    bench.show(200);
 
     std::vector<double> fetched;
     for (int round = 0; round < 30; ++round) {
