@@ -14,6 +14,7 @@ namespace velmar {
 
 std::string ListRow::id() const {
     if (const auto* r = std::get_if<Repo>(&item)) return "repo-" + std::to_string(r->id);
+    if (const auto* m = std::get_if<MoreRow>(&item)) return "more-" + std::to_string(m->repoId);
     return "pr-" + std::to_string(std::get<PR>(item).id);
 }
 
@@ -32,7 +33,10 @@ std::string Model::statusLine() const {
     line += " open PRs across ";
     line += std::to_string(repos.size());
     line += " repos";
-    if (isRefreshing()) {
+    if (rateLimitedUntil) {
+        line += " | ";
+        line += rateLimitText();
+    } else if (isRefreshing()) {
         line += " | refreshing...";
     } else if (flash) {
         line += " | ";
@@ -49,6 +53,9 @@ std::string Model::footerText() const {
 const PR* Model::pr(std::int64_t id) const {
     for (const auto& p : prs)
         if (p.id == id) return &p;
+    if (reviewPrs)
+        for (const auto& p : *reviewPrs)
+            if (p.id == id) return &p;
     return nullptr;
 }
 
@@ -67,6 +74,7 @@ const Browser* Model::browser(std::int64_t id) const {
 std::vector<Repo> Model::orderedRepos() const { return repos; }
 
 std::vector<ListRow> Model::listRows() const {
+    if (checksOn()) return extrasRows();
     // Every repository adds at least its header, so the list is full before
     // the repository after the first `maxRows` is reached; only those can
     // appear. Their pull requests are bucketed in one pass over `prs`, each

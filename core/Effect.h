@@ -60,13 +60,35 @@ struct ResolvePath {
 struct DetectBrowsers {
     bool operator==(const DetectBrowsers&) const = default;
 };
+// ---- Checks, reviews and deployments (only while switched on) ----
+/// One query for all these repositories; with the viewer's login it also
+/// asks for the pull requests that wait for the viewer's review.
+struct FetchBatch {
+    std::vector<std::string> repos;
+    std::optional<std::string> viewer;
+    std::optional<std::string> path;
+    bool operator==(const FetchBatch&) const = default;
+};
+/// The deploy bots' comments of these pull requests, by node id.
+struct FetchComments {
+    std::vector<std::string> ids;
+    std::optional<std::string> path;
+    bool operator==(const FetchComments&) const = default;
+};
+/// Answer `rateWaitOver` once the time (ISO 8601, UTC) has come.
+struct WaitUntil {
+    std::string until;
+    bool operator==(const WaitUntil&) const = default;
+};
 }  // namespace effect
 
-/// The 11 cases, in the order of their JSON names.
+/// The 11 cases of the plain panel, then those of the extras, in the order of
+/// their JSON names.
 using Effect = std::variant<effect::ReadFile, effect::WriteFile, effect::FetchPrs,
                             effect::FetchSuggestions, effect::GhPreflight, effect::BrewProbe,
                             effect::OpenURL, effect::CopyToClipboard, effect::ResolveHome,
-                            effect::ResolvePath, effect::DetectBrowsers>;
+                            effect::ResolvePath, effect::DetectBrowsers, effect::FetchBatch,
+                            effect::FetchComments, effect::WaitUntil>;
 
 using Effects = std::vector<Effect>;
 

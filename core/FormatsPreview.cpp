@@ -196,9 +196,11 @@ std::string initials(std::string_view name) {
 }  // namespace Formats
 
 Repo::ResolvedPreview Repo::resolvePreview(std::int64_t number, std::string_view branch,
-                                           std::string_view comment) const {
+                                           std::string_view comment,
+                                           std::string_view deployment) const {
     // A bot's link is taken as found; it was tested when it was read.
     if (!comment.empty()) return {std::string(comment), PreviewSource::comment};
+    if (Formats::isWebURL(deployment)) return {std::string(deployment), PreviewSource::deployment};
     const std::array<std::pair<const std::string*, PreviewSource>, 2> candidates{
         {{&pattern, PreviewSource::pattern}, {&detectedPattern, PreviewSource::detected}}};
     for (const auto& [text, source] : candidates) {
@@ -210,7 +212,7 @@ Repo::ResolvedPreview Repo::resolvePreview(std::int64_t number, std::string_view
 }
 
 void PR::resolvePreview(const Repo& repo) {
-    auto resolved = repo.resolvePreview(number, branch, commentPreview);
+    auto resolved = repo.resolvePreview(number, branch, commentPreview, deployUrl.value_or(std::string()));
     preview = std::move(resolved.url);
     previewSource = resolved.source;
 }

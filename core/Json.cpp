@@ -64,6 +64,15 @@ void fieldsOf(Is<PR> auto& p, auto&& v) {
     v("preview", p.preview);
     v("previewSource", p.previewSource);
     v("commentPreview", p.commentPreview);
+    v("checks", p.checks);
+    v("review", p.review);
+    v("conflicts", p.conflicts);
+    v("deploy", p.deploy);
+    v("deployOlder", p.deployOlder);
+    v("deployUrl", p.deployUrl);
+    v("nodeId", p.nodeId);
+    v("headOid", p.headOid);
+    v("updatedAt", p.updatedAt);
 }
 void fieldsOf(Is<Browser> auto& b, auto&& v) {
     v("id", b.id);
@@ -107,6 +116,12 @@ void fieldsOf(Is<Model> auto& m, auto&& v) {
     v("fetchInFlight", m.fetchInFlight);
     v("lastFrame", m.lastFrame);
     v("flash", m.flash);
+    v("checks", m.checks);
+    v("viewer", m.viewer);
+    v("reviewPrs", m.reviewPrs);
+    v("rateLimitedUntil", m.rateLimitedUntil);
+    v("batchCount", m.batchCount);
+    v("commentsQueue", m.commentsQueue);
 }
 
 void fieldsOf(Is<msg::WindowRestored> auto& m, auto&& v) { v("frame", m.frame); }
@@ -161,6 +176,17 @@ void fieldsOf(Is<msg::OpenRepo> auto& m, auto&& v) { v("id", m.id); }
 void fieldsOf(Is<msg::CopyRepoLink> auto& m, auto&& v) { v("id", m.id); }
 void fieldsOf(Is<msg::CopyCommand> auto& m, auto&& v) { v("command", m.command); }
 void fieldsOf(Is<msg::WindowMoved> auto& m, auto&& v) { v("frame", m.frame); }
+void fieldsOf(Is<msg::SetChecks> auto& m, auto&& v) { v("on", m.on); }
+void fieldsOf(Is<msg::BatchFetched> auto& m, auto&& v) {
+    v("repos", m.repos);
+    v("output", m.output);
+    v("ok", m.ok);
+}
+void fieldsOf(Is<msg::CommentsFetched> auto& m, auto&& v) {
+    v("output", m.output);
+    v("ok", m.ok);
+}
+void fieldsOf(Is<msg::OpenRepoPulls> auto& m, auto&& v) { v("id", m.id); }
 
 void fieldsOf(Is<effect::ReadFile> auto& e, auto&& v) {
     v("file", e.file);
@@ -186,6 +212,16 @@ void fieldsOf(Is<effect::OpenURL> auto& e, auto&& v) {
     v("app", e.app);
 }
 void fieldsOf(Is<effect::CopyToClipboard> auto& e, auto&& v) { v("text", e.text); }
+void fieldsOf(Is<effect::FetchBatch> auto& e, auto&& v) {
+    v("repos", e.repos);
+    v("viewer", e.viewer);
+    v("path", e.path);
+}
+void fieldsOf(Is<effect::FetchComments> auto& e, auto&& v) {
+    v("ids", e.ids);
+    v("path", e.path);
+}
+void fieldsOf(Is<effect::WaitUntil> auto& e, auto&& v) { v("until", e.until); }
 
 // Cases without payload have no field list.
 template <typename T, typename Visitor>
@@ -205,13 +241,15 @@ constexpr std::string_view msgNames[] = {
     "add_text", "submit_add", "pick_suggestion", "edit_pattern", "edit_text", "save_pattern",
     "cancel_edit", "remove_repo", "move_repo", "copy_repo_name", "open_repo", "copy_repo_link",
     "onboarding_continue", "onboarding_skip", "open_install_page", "copy_command",
-    "window_moved"};
+    "window_moved", "set_checks", "batch_fetched", "comments_fetched", "rate_wait_over",
+    "open_repo_pulls"};
 static_assert(std::size(msgNames) == std::variant_size_v<Msg>);
 
 constexpr std::string_view effectNames[] = {
     "read_file",      "write_file",   "fetch_prs",    "fetch_suggestions",
     "gh_preflight",   "brew_probe",   "open_url",     "copy_to_clipboard",
-    "resolve_home",   "resolve_path", "detect_browsers"};
+    "resolve_home",   "resolve_path", "detect_browsers", "fetch_batch",
+    "fetch_comments", "wait_until"};
 static_assert(std::size(effectNames) == std::variant_size_v<Effect>);
 
 template <Enumeration E> constexpr std::string_view enumName();
@@ -223,6 +261,9 @@ template <> constexpr std::string_view enumName<RepoState>() { return "RepoState
 template <> constexpr std::string_view enumName<PreviewSource>() { return "PreviewSource"; }
 template <> constexpr std::string_view enumName<SuggestionSource>() { return "SuggestionSource"; }
 template <> constexpr std::string_view enumName<ConfigFile>() { return "ConfigFile"; }
+template <> constexpr std::string_view enumName<ChecksState>() { return "ChecksState"; }
+template <> constexpr std::string_view enumName<ReviewState>() { return "ReviewState"; }
+template <> constexpr std::string_view enumName<DeployState>() { return "DeployState"; }
 
 // ---- Writing ----
 //

@@ -32,15 +32,27 @@ struct Separator {
 }  // namespace menu
 using PreviewMenuItem = std::variant<menu::Open, menu::Copy, menu::Separator>;
 
+/// The last row of a group whose pull requests did not all fit: how many
+/// more there are on GitHub. Listed only while checks are on.
+struct MoreRow {
+    std::int64_t repoId = 0;
+    std::int64_t more = 0;
+    bool operator==(const MoreRow&) const = default;
+};
+
 /// One row of the pull-request list: a repository header or a pull request.
 struct ListRow {
-    std::variant<Repo, PR> item;
+    std::variant<Repo, PR, MoreRow> item;
     bool operator==(const ListRow&) const = default;
 
     bool isHeader() const { return std::holds_alternative<Repo>(item); }
-    /// "repo-<Repo.id>" or "pr-<PR.id>".
+    /// "repo-<Repo.id>", "pr-<PR.id>" or "more-<Repo.id>".
     std::string id() const;
 };
+
+/// The heading of the "Needs your review" group stands on this repository id,
+/// which no watched repository has (ids start at 1).
+inline constexpr std::int64_t reviewGroupId = 0;
 
 struct Model {
     Screen screen = Screen::list;
@@ -76,6 +88,17 @@ struct Model {
     bool fetchInFlight = false;
     std::optional<WindowFrame> lastFrame;
     std::optional<std::string> flash = std::string(Flash::loading);
+    // ---- Checks, reviews and deployments. All absent while the extras file
+    // is absent, so the model reads exactly as without them. ----
+    /// Present (and true) only while switched on.
+    std::optional<bool> checks;
+    std::optional<std::string> viewer;
+    std::optional<std::vector<PR>> reviewPrs;
+    /// resetAt of GitHub's rate limit while refreshing waits for it.
+    std::optional<std::string> rateLimitedUntil;
+    std::optional<std::int64_t> batchCount;
+    /// Node ids whose comments are still to be asked for, after the query in flight.
+    std::optional<std::vector<std::string>> commentsQueue;
 
     bool operator==(const Model&) const = default;
 
@@ -96,6 +119,17 @@ struct Model {
     Effects startNext();
     Effects prsFetched(const std::string& output, bool ok);
     Effects prsSpawnFailed();
+
+    // ---- Checks, reviews and deployments (UpdateExtras.cpp) ----
+    bool checksOn() const { return checks.value_or(false); }
+    Effects setChecks(bool on);
+    Effects startBatch();
+    Effects batchFetched(const std::vector<std::string>& slugs, const std::string& output);
+    Effects commentsFetched(const std::string& output);
+    Effects rateWaitOver();
+    /// The text after the counts while refreshing waits for the rate limit.
+    std::string rateLimitText() const;
+    std::vector<ListRow> extrasRows() const;
 
     // ---- Repositories and suggestions (UpdateRepos.cpp) ----
     Effects addRepo(const std::string& slug);
@@ -136,6 +170,13 @@ struct Model {
     bool canSubmitAdd() const;
     std::vector<Suggestion> filteredSuggestions() const;
 };
+
+/// A pull request's id: stable across fetches, so hover and menus survive a
+/// refresh. Wraps instead of overflowing for a number near the top of the
+/// 64-bit range.
+std::int64_t prId(std::int64_t repoId, std::int64_t number);
+/// The part of a slug behind its last "/", ignoring empty parts.
+std::string_view repoShortName(std::string_view slug);
 
 /// The core's single step: copies the model, applies the message to the copy.
 std::pair<Model, Effects> update(const Model& model, const Msg& msg);

@@ -174,10 +174,35 @@ struct WindowMoved {
     bool operator==(const WindowMoved&) const = default;
 };
 
+// ---- Checks, reviews and deployments (only while switched on) ----
+struct SetChecks {
+    bool on = false;
+    bool operator==(const SetChecks&) const = default;
+};
+/// The answer to the batched query; `repos` are the slugs it asked for, in
+/// the order of its aliases.
+struct BatchFetched {
+    std::vector<std::string> repos;
+    std::string output;
+    bool ok = false;
+    bool operator==(const BatchFetched&) const = default;
+};
+struct CommentsFetched {
+    std::string output;
+    bool ok = false;
+    bool operator==(const CommentsFetched&) const = default;
+};
+VELMAR_EMPTY_MSG(RateWaitOver);
+struct OpenRepoPulls {
+    std::int64_t id = 0;
+    bool operator==(const OpenRepoPulls&) const = default;
+};
+
 #undef VELMAR_EMPTY_MSG
 }  // namespace msg
 
-/// The 49 cases, in the order in which the decoder tries their names.
+/// The 49 cases of the plain panel, then those of the extras, in the order in
+/// which the decoder tries their names.
 using Msg = std::variant<
     msg::Boot, msg::WindowRestored, msg::HomeResolved, msg::PathResolved, msg::BrowsersDetected,
     msg::BrowsersDetectFailed, msg::FileRead, msg::FileWritten, msg::PrsFetched,
@@ -189,9 +214,10 @@ using Msg = std::variant<
     msg::SubmitAdd, msg::PickSuggestion, msg::EditPattern, msg::EditText, msg::SavePattern,
     msg::CancelEdit, msg::RemoveRepo, msg::MoveRepo, msg::CopyRepoName, msg::OpenRepo,
     msg::CopyRepoLink, msg::OnboardingContinue, msg::OnboardingSkip, msg::OpenInstallPage,
-    msg::CopyCommand, msg::WindowMoved>;
+    msg::CopyCommand, msg::WindowMoved, msg::SetChecks, msg::BatchFetched, msg::CommentsFetched,
+    msg::RateWaitOver, msg::OpenRepoPulls>;
 
-static_assert(std::variant_size_v<Msg> == 49);
+static_assert(std::variant_size_v<Msg> == 54);
 
 /// The "msg" text of a case, e.g. "toggle_browser_shown".
 std::string_view msgName(const Msg&);

@@ -31,17 +31,30 @@ constexpr std::array<std::pair<GhStatus, std::string_view>, 4> ghStates{
      {GhStatus::loggedOut, "logged_out"}}};
 constexpr std::array<std::pair<RepoState, std::string_view>, 3> repoStates{
     {{RepoState::queued, "queued"}, {RepoState::loading, "loading"}, {RepoState::ok, "ok"}}};
-constexpr std::array<std::pair<PreviewSource, std::string_view>, 3> previewSources{
+constexpr std::array<std::pair<PreviewSource, std::string_view>, 4> previewSources{
     {{PreviewSource::comment, "comment"},
      {PreviewSource::pattern, "pattern"},
-     {PreviewSource::detected, "detected"}}};
+     {PreviewSource::detected, "detected"},
+     {PreviewSource::deployment, "deployment"}}};
 constexpr std::array<std::pair<SuggestionSource, std::string_view>, 2> suggestionSources{
     {{SuggestionSource::owned, "owned"}, {SuggestionSource::shared, "shared"}}};
-constexpr std::array<std::pair<ConfigFile, std::string_view>, 4> configFiles{
+constexpr std::array<std::pair<ConfigFile, std::string_view>, 5> configFiles{
     {{ConfigFile::repos, "repos"},
      {ConfigFile::browsers, "browsers"},
      {ConfigFile::settings, "settings"},
-     {ConfigFile::window, "window"}}};
+     {ConfigFile::window, "window"},
+     {ConfigFile::extras, "extras"}}};
+constexpr std::array<std::pair<ChecksState, std::string_view>, 3> checksStates{
+    {{ChecksState::passing, "passing"}, {ChecksState::failing, "failing"}, {ChecksState::running, "running"}}};
+constexpr std::array<std::pair<ReviewState, std::string_view>, 3> reviewStates{
+    {{ReviewState::approved, "approved"},
+     {ReviewState::changesRequested, "changes_requested"},
+     {ReviewState::reviewRequired, "review_required"}}};
+constexpr std::array<std::pair<DeployState, std::string_view>, 4> deployStates{
+    {{DeployState::ready, "ready"},
+     {DeployState::building, "building"},
+     {DeployState::failed, "failed"},
+     {DeployState::inactive, "inactive"}}};
 }  // namespace
 
 std::string_view jsonText(Screen v) { return nameOf(screens, v); }
@@ -52,6 +65,9 @@ std::string_view jsonText(RepoState v) { return nameOf(repoStates, v); }
 std::string_view jsonText(PreviewSource v) { return nameOf(previewSources, v); }
 std::string_view jsonText(SuggestionSource v) { return nameOf(suggestionSources, v); }
 std::string_view jsonText(ConfigFile v) { return nameOf(configFiles, v); }
+std::string_view jsonText(ChecksState v) { return nameOf(checksStates, v); }
+std::string_view jsonText(ReviewState v) { return nameOf(reviewStates, v); }
+std::string_view jsonText(DeployState v) { return nameOf(deployStates, v); }
 
 template <> std::optional<Screen> fromJsonText<Screen>(std::string_view t) { return lookup(screens, t); }
 template <> std::optional<Appearance> fromJsonText<Appearance>(std::string_view t) { return lookup(appearances, t); }
@@ -61,6 +77,9 @@ template <> std::optional<RepoState> fromJsonText<RepoState>(std::string_view t)
 template <> std::optional<PreviewSource> fromJsonText<PreviewSource>(std::string_view t) { return lookup(previewSources, t); }
 template <> std::optional<SuggestionSource> fromJsonText<SuggestionSource>(std::string_view t) { return lookup(suggestionSources, t); }
 template <> std::optional<ConfigFile> fromJsonText<ConfigFile>(std::string_view t) { return lookup(configFiles, t); }
+template <> std::optional<ChecksState> fromJsonText<ChecksState>(std::string_view t) { return lookup(checksStates, t); }
+template <> std::optional<ReviewState> fromJsonText<ReviewState>(std::string_view t) { return lookup(reviewStates, t); }
+template <> std::optional<DeployState> fromJsonText<DeployState>(std::string_view t) { return lookup(deployStates, t); }
 
 std::string fileName(ConfigFile file) { return std::string(jsonText(file)) + ".tsv"; }
 

@@ -16,9 +16,15 @@ enum class Appearance { dark, light, system };
 enum class BrowserMode { open, manual };
 enum class GhStatus { unknown, ok, missing, loggedOut };
 enum class RepoState { queued, loading, ok };
-enum class PreviewSource { comment, pattern, detected };
+enum class PreviewSource { comment, pattern, detected, deployment };
 enum class SuggestionSource { owned, shared };
-enum class ConfigFile { repos, browsers, settings, window };
+enum class ConfigFile { repos, browsers, settings, window, extras };
+/// The state of a head commit's checks, as one marker before the title.
+enum class ChecksState { passing, failing, running };
+/// The pull request's review decision.
+enum class ReviewState { approved, changesRequested, reviewRequired };
+/// The state of the deployment that belongs to a pull request.
+enum class DeployState { ready, building, failed, inactive };
 
 inline constexpr std::array<Appearance, 3> allAppearances{Appearance::dark, Appearance::light,
                                                           Appearance::system};
@@ -34,6 +40,9 @@ std::string_view jsonText(RepoState);
 std::string_view jsonText(PreviewSource);
 std::string_view jsonText(SuggestionSource);
 std::string_view jsonText(ConfigFile);
+std::string_view jsonText(ChecksState);
+std::string_view jsonText(ReviewState);
+std::string_view jsonText(DeployState);
 
 /// Reverse of jsonText; absent for any other text (exact, case-sensitive).
 template <typename E> std::optional<E> fromJsonText(std::string_view text);
@@ -72,8 +81,10 @@ struct Repo {
         bool operator==(const ResolvedPreview&) const = default;
     };
     /// Comment link first, then the typed pattern, then the learned one.
+    /// A deployment's own address comes after the bot's comment.
     ResolvedPreview resolvePreview(std::int64_t number, std::string_view branch,
-                                   std::string_view comment) const;
+                                   std::string_view comment,
+                                   std::string_view deployment = {}) const;
 };
 
 struct PR {
@@ -89,6 +100,18 @@ struct PR {
     std::string preview;
     std::optional<PreviewSource> previewSource;
     std::string commentPreview;
+    // Known only while checks are switched on; absent otherwise, so the
+    // record reads exactly as before when they are off.
+    std::optional<ChecksState> checks;
+    std::optional<ReviewState> review;
+    std::optional<bool> conflicts;
+    std::optional<DeployState> deploy;
+    /// The deployment was matched by branch, not by the head commit.
+    std::optional<bool> deployOlder;
+    std::optional<std::string> deployUrl;
+    std::optional<std::string> nodeId;
+    std::optional<std::string> headOid;
+    std::optional<std::string> updatedAt;
     bool operator==(const PR&) const = default;
 
     /// Sets `preview` and `previewSource` by `repo`'s rules from the number,
@@ -154,6 +177,16 @@ inline constexpr double browserPollInterval = 5.0;
 inline constexpr double onboardingInterval = 3.0;
 /// Base web address of the GitHub site; a slug appended gives a repository page.
 inline constexpr std::string_view repoWebBase = "https://github.com/";
+/// With checks on: pull request rows listed across all groups, and the rows
+/// of one query per repository.
+inline constexpr std::size_t maxExtrasRows = 50;
+inline constexpr std::size_t prsPerQuery = 50;
+/// Every this many refreshes the comments of all pull requests are asked
+/// for again, so a comment on an otherwise unchanged pull request shows up.
+inline constexpr std::int64_t fullCommentsEvery = 10;
+/// At most this many node ids in one query for comments.
+inline constexpr std::size_t maxNodesPerQuery = 100;
+inline constexpr std::string_view reviewGroupName = "Needs your review";
 }  // namespace Constants
 
 namespace Flash {
@@ -167,6 +200,7 @@ inline constexpr std::string_view couldNotOpen = "Could not open link";
 inline constexpr std::string_view couldNotSaveRepos = "Could not save watch list";
 inline constexpr std::string_view couldNotSaveBrowsers = "Could not save browser settings";
 inline constexpr std::string_view couldNotSaveSettings = "Could not save settings";
+inline constexpr std::string_view couldNotSaveExtras = "Could not save extras";
 }  // namespace Flash
 
 }  // namespace velmar

@@ -79,6 +79,7 @@ struct Dispatch {
             case ConfigFile::browsers: m.flash = std::string(Flash::couldNotSaveBrowsers); break;
             // The window frame counts as a setting for the user.
             case ConfigFile::settings:
+            case ConfigFile::extras:
             case ConfigFile::window: m.flash = std::string(Flash::couldNotSaveSettings); break;
         }
         return {};
@@ -298,8 +299,9 @@ struct Dispatch {
     Effects operator()(const msg::Refresh&) const { return m.refresh(); }
 
     Effects operator()(const msg::AutoTick&) const {
-        // A tick during any fetching is dropped, not queued.
-        if (!m.autoRefresh || m.repos.empty() || m.fetchInFlight) return {};
+        // A tick during any fetching is dropped, not queued; so is one while
+        // the rate limit is being waited out.
+        if (!m.autoRefresh || m.repos.empty() || m.fetchInFlight || m.rateLimitedUntil) return {};
         for (const auto& r : m.repos)
             if (r.state != RepoState::ok) return {};
         m.requeueAll();
@@ -310,6 +312,27 @@ struct Dispatch {
         // In manual mode the picker does not follow what is running.
         if (m.browserMode != BrowserMode::open) return {};
         return {effect::DetectBrowsers{}};
+    }
+
+    // ---- Checks, reviews and deployments ----
+
+    Effects operator()(const msg::SetChecks& msg) const { return m.setChecks(msg.on); }
+    Effects operator()(const msg::BatchFetched& msg) const {
+        return m.batchFetched(msg.repos, msg.output);
+    }
+    Effects operator()(const msg::CommentsFetched& msg) const {
+        return m.commentsFetched(msg.output);
+    }
+    Effects operator()(const msg::RateWaitOver&) const { return m.rateWaitOver(); }
+    Effects operator()(const msg::OpenRepoPulls& msg) const {
+        // The review group's rows come from anywhere: its "more" row opens
+        // the viewer's review requests.
+        if (msg.id == reviewGroupId)
+            return {effect::OpenURL{std::string(Constants::repoWebBase) + "pulls/review-requested",
+                                    m.selectedApp()}};
+        const Repo* repo = m.repo(msg.id);
+        if (!repo) return {};
+        return {effect::OpenURL{repoWebAddress(*repo) + "/pulls", m.selectedApp()}};
     }
 
     // ---- The window ----

@@ -20,16 +20,18 @@ std::string_view shortName(std::string_view slug) {
     return slash == std::string_view::npos ? slug : slug.substr(slash + 1);
 }
 
-/// Stable across fetches, so hover and menus survive a refresh. Wraps instead
-/// of overflowing for a number near the top of the 64-bit range.
+}  // namespace
+
 std::int64_t prId(std::int64_t repoId, std::int64_t number) {
     return static_cast<std::int64_t>(static_cast<std::uint64_t>(repoId) * 100000u +
                                      static_cast<std::uint64_t>(number));
 }
 
-}  // namespace
+std::string_view repoShortName(std::string_view slug) { return shortName(slug); }
 
 Effects Model::startNext() {
+    // With checks on, one query fetches every queued repository at once.
+    if (checksOn()) return startBatch();
     // Children need the login shell's search path to find gh at all.
     if (!pathResolved || fetchInFlight) return {};
     const auto next = std::find_if(repos.begin(), repos.end(),
@@ -56,6 +58,9 @@ Effects Model::refresh() {
         flash = std::string(Flash::noRepos);
         return effects;
     }
+    // While the rate limit is waited out, the repositories keep their rows
+    // and state; the wait's end refreshes them.
+    if (rateLimitedUntil) return effects;
     requeueAll();
     append(effects, startNext());
     return effects;

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "Formats.h"
+#include "Graphql.h"
 #include "Model.h"
 
 namespace velmar {
@@ -91,6 +92,10 @@ Effects Model::fileRead(ConfigFile file, const std::string& contents) {
         case ConfigFile::settings: return takeInSettings(*this, contents);
         // The shell reads the window file itself before the window is built.
         case ConfigFile::window: return {};
+        // Read by the shell at start, and handed in only when the file exists.
+        case ConfigFile::extras:
+            checks = Graphql::parseExtras(contents).checks ? std::optional<bool>(true) : std::nullopt;
+            return {};
     }
     return {};
 }

@@ -77,6 +77,9 @@ TEST(json_msg, every_case_reads_back_as_written) {
         "onboarding_continue", "onboarding_skip", "open_install_page",
         R"({"command":"gh auth login","msg":"copy_command"})",
         R"({"frame":{"height":1.0,"width":2.0,"x":3.0,"y":4.0},"msg":"window_moved"})",
+        R"({"msg":"set_checks","on":true})",
+        R"({"msg":"batch_fetched","ok":false,"output":"{}","repos":["acme/web","o/r"]})",
+        R"({"msg":"comments_fetched","ok":true,"output":""})", "rate_wait_over", "#open_repo_pulls",
     };
     ASSERT_EQ(std::size(lines), std::variant_size_v<Msg>);
     for (std::size_t i = 0; i < std::size(lines); ++i) {

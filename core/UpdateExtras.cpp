@@ -1,0 +1,345 @@
+// Checks, reviews and deployments: one batched query per refresh instead of
+// one process per repository. The queue's guarantees are those of the plain
+// fetch: `fetchInFlight` keeps refreshes from overlapping (it stays set while
+// comment bodies are still asked for), the order of the list is the user's,
+// and a repository's failure never stops the others.
+#include <algorithm>
+#include <set>
+#include <unordered_map>
+#include <utility>
+
+#include "Formats.h"
+#include "Graphql.h"
+#include "Model.h"
+
+namespace velmar {
+
+namespace {
+
+// A search result may come from any repository, watched or not, and the same
+// pull request may also stand in its own group: its id must differ from the
+// group row's and stay stable, so it is derived from the slug.
+std::int64_t reviewRowId(std::string_view slug, std::int64_t number) {
+    std::uint64_t hash = 1469598103934665603u;  // FNV-1a
+    for (unsigned char c : slug) {
+        hash ^= c;
+        hash *= 1099511628211u;
+    }
+    return -static_cast<std::int64_t>((hash % 1000000000u) * 100000u +
+                                      static_cast<std::uint64_t>(number % 100000));
+}
+
+PR makeRow(const Graphql::PullRequest& row, const Repo& repo, std::int64_t id) {
+    PR pr;
+    pr.id = id;
+    pr.repoId = repo.id;
+    pr.repo = repo.name;
+    pr.number = row.number;
+    pr.title = row.title;
+    pr.author = row.author;
+    pr.branch = row.branch;
+    pr.isDraft = row.isDraft;
+    pr.url = row.url;
+    pr.checks = row.checks;
+    pr.review = row.review;
+    pr.conflicts = row.conflicts;
+    pr.nodeId = row.nodeId;
+    pr.headOid = row.headOid;
+    pr.updatedAt = row.updatedAt;
+    return pr;
+}
+
+void attachDeployment(PR& pr, const std::vector<Graphql::Deployment>& deployments) {
+    auto match = Graphql::matchDeployment(deployments, pr.headOid.value_or(std::string()), pr.branch);
+    if (!match) return;
+    pr.deploy = match->deployment.state;
+    pr.deployOlder = match->older;
+    if (!match->deployment.url.empty()) pr.deployUrl = match->deployment.url;
+}
+
+/// Learns the repository's pattern from its rows' comment links, as a plain
+/// fetch does; gives the write of the repos file when it changed.
+Effects learnPattern(Model& m, Repo& repo) {
+    std::vector<std::string> learned;
+    for (const auto& p : m.prs)
+        if (p.repoId == repo.id)
+            if (auto found = Formats::detectPattern(p.commentPreview, p.number))
+                learned.push_back(std::move(*found));
+    auto voted = Formats::votePattern(learned, repo.detectedPattern, repoShortName(repo.name));
+    if (!voted || *voted == repo.detectedPattern) return {};
+    repo.detectedPattern = std::move(*voted);
+    return m.writeRepos();
+}
+
+/// The next query for comment bodies, if any ids wait.
+Effects nextComments(Model& m) {
+    if (!m.commentsQueue || m.commentsQueue->empty()) {
+        m.commentsQueue.reset();
+        return {};
+    }
+    auto& queue = *m.commentsQueue;
+    const auto take = std::min(queue.size(), Constants::maxNodesPerQuery);
+    std::vector<std::string> ids(queue.begin(), queue.begin() + static_cast<std::ptrdiff_t>(take));
+    queue.erase(queue.begin(), queue.begin() + static_cast<std::ptrdiff_t>(take));
+    if (queue.empty()) m.commentsQueue.reset();
+    m.fetchInFlight = true;
+    return {effect::FetchComments{std::move(ids), m.path}};
+}
+
+/// What every answer ends with: the next work, and the start-up flash gone
+/// once nothing is left to fetch.
+Effects finish(Model& m, Effects effects) {
+    append(effects, m.startNext());
+    if (!m.isRefreshing()) m.flash.reset();
+    return effects;
+}
+
+}  // namespace
+
+Effects Model::setChecks(bool on) {
+    // Only a change is written, so the file is created only when the switch
+    // is first turned on. Off is kept as absent, as before any file existed.
+    if (on == checksOn()) return {};
+    checks = on ? std::optional<bool>(true) : std::nullopt;
+    Effects effects = write(ConfigFile::extras, Graphql::serializeExtras({on}));
+    if (!on) {
+        // Back to the plain panel: nothing of the extras stays in the rows.
+        viewer.reset();
+        reviewPrs.reset();
+        rateLimitedUntil.reset();
+        batchCount.reset();
+        commentsQueue.reset();
+        for (auto& p : prs) {
+            p.checks.reset();
+            p.review.reset();
+            p.conflicts.reset();
+            p.deploy.reset();
+            p.deployOlder.reset();
+            p.deployUrl.reset();
+            p.nodeId.reset();
+            p.headOid.reset();
+            p.updatedAt.reset();
+            if (const Repo* r = repo(p.repoId)) p.resolvePreview(*r);
+        }
+    }
+    if (repos.empty()) return effects;
+    requeueAll();
+    append(effects, startNext());
+    return effects;
+}
+
+Effects Model::startBatch() {
+    if (!pathResolved || fetchInFlight || rateLimitedUntil) return {};
+    std::vector<std::string> names;
+    for (auto& r : repos) {
+        if (r.state != RepoState::queued) continue;
+        r.state = RepoState::loading;
+        names.push_back(r.name);
+    }
+    if (names.empty()) return {};
+    fetchInFlight = true;
+    return {effect::FetchBatch{std::move(names), viewer, path}};
+}
+
+Effects Model::batchFetched(const std::vector<std::string>& slugs, const std::string& output) {
+    fetchInFlight = false;
+    if (!checksOn()) {
+        // Switched off while the query ran: the plain fetch takes over.
+        for (auto& r : repos)
+            if (r.state == RepoState::loading) r.state = RepoState::queued;
+        return finish(*this, {});
+    }
+    const Graphql::BatchAnswer answer = Graphql::parseBatch(output, slugs.size());
+    Effects effects;
+
+    const auto loadingNamed = [&](const std::string& slug) -> Repo* {
+        Repo* any = nullptr;
+        for (auto& r : repos) {
+            if (r.name != slug) continue;
+            if (r.state == RepoState::loading) return &r;
+            if (!any) any = &r;
+        }
+        return any;
+    };
+
+    if (!answer.readable || (answer.rateLimited && answer.repos.end() ==
+                                 std::find_if(answer.repos.begin(), answer.repos.end(),
+                                              [](const auto& r) { return r.has_value(); }))) {
+        // Nothing usable came back: the old rows stay, as when gh cannot be
+        // run at all. A refusal for the rate limit is no repository's fault.
+        for (const auto& slug : slugs)
+            if (Repo* r = loadingNamed(slug); r && r->state == RepoState::loading) {
+                r->state = RepoState::ok;
+                r->failed = !answer.rateLimited;
+            }
+        if (answer.rateLimited) {
+            rateLimitedUntil = answer.rateLimit ? answer.rateLimit->resetAt : std::string();
+            effects.push_back(effect::WaitUntil{*rateLimitedUntil});
+        }
+        return finish(*this, std::move(effects));
+    }
+
+    if (answer.viewer) viewer = answer.viewer;
+    batchCount = batchCount.value_or(0) + 1;
+    const bool allComments = (*batchCount - 1) % Constants::fullCommentsEvery == 0;
+
+    std::unordered_map<std::int64_t, const PR*> before;
+    const std::vector<PR> old = prs;
+    for (const auto& p : old) before.emplace(p.id, &p);
+
+    std::vector<std::string> needComments;
+    for (std::size_t i = 0; i < slugs.size(); ++i) {
+        Repo* repo = loadingNamed(slugs[i]);
+        if (!repo) continue;  // removed while the query ran
+        std::erase_if(prs, [&](const PR& p) { return p.repoId == repo->id; });
+        repo->state = RepoState::ok;
+        if (!answer.repos[i]) {
+            repo->failed = true;
+            repo->count = 0;
+            continue;
+        }
+        const auto& got = *answer.repos[i];
+        for (const auto& row : got.prs) {
+            PR pr = makeRow(row, *repo, prId(repo->id, row.number));
+            const auto was = before.find(pr.id);
+            const bool changed = was == before.end() || was->second->updatedAt != pr.updatedAt ||
+                                 was->second->headOid != pr.headOid;
+            // Until its comments are in again, a row keeps the link it had.
+            if (was != before.end()) pr.commentPreview = was->second->commentPreview;
+            if ((changed || allComments) && !row.nodeId.empty()) needComments.push_back(row.nodeId);
+            attachDeployment(pr, got.deployments);
+            pr.resolvePreview(*repo);
+            prs.push_back(std::move(pr));
+        }
+        repo->failed = false;
+        repo->count = static_cast<std::int64_t>(got.prs.size());
+    }
+
+    if (answer.review) {
+        std::vector<PR> review;
+        for (const auto& row : *answer.review) {
+            Repo owner;
+            owner.id = reviewGroupId;
+            owner.name = row.repo;
+            for (const auto& r : repos)
+                if (r.name == row.repo) owner = r;
+            PR pr = makeRow(row, owner, reviewRowId(row.repo, row.number));
+            pr.repoId = reviewGroupId;
+            // The same pull request in its own group has its comment link already.
+            if (owner.id != reviewGroupId)
+                if (const PR* same = this->pr(prId(owner.id, row.number)))
+                    pr.commentPreview = same->commentPreview, pr.deploy = same->deploy,
+                    pr.deployOlder = same->deployOlder, pr.deployUrl = same->deployUrl;
+            pr.resolvePreview(owner);
+            review.push_back(std::move(pr));
+        }
+        reviewPrs = std::move(review);
+    } else if (!viewer) {
+        reviewPrs.reset();
+    }
+
+    if (answer.rateLimit && answer.rateLimit->limit > 0 &&
+        answer.rateLimit->remaining * 10 < answer.rateLimit->limit) {
+        // Under a tenth left: the next refresh waits for the reset rather than
+        // eat what the user's other tools need.
+        rateLimitedUntil = answer.rateLimit->resetAt;
+        effects.push_back(effect::WaitUntil{*rateLimitedUntil});
+    }
+
+    if (!needComments.empty()) {
+        commentsQueue = std::move(needComments);
+        append(effects, nextComments(*this));
+        return effects;
+    }
+    return finish(*this, std::move(effects));
+}
+
+Effects Model::commentsFetched(const std::string& output) {
+    fetchInFlight = false;
+    Effects effects;
+    if (checksOn()) {
+        const auto previews = Graphql::parseComments(output);
+        std::set<std::int64_t> touched;
+        for (auto& p : prs) {
+            if (!p.nodeId) continue;
+            const auto found = previews.find(*p.nodeId);
+            if (found == previews.end()) continue;  // not answered: the old link stays
+            p.commentPreview = found->second;
+            touched.insert(p.repoId);
+        }
+        for (auto& r : repos) {
+            if (!touched.count(r.id)) continue;
+            append(effects, learnPattern(*this, r));
+            for (auto& p : prs)
+                if (p.repoId == r.id) p.resolvePreview(r);
+        }
+        if (reviewPrs)
+            for (auto& p : *reviewPrs) {
+                const PR* same = nullptr;
+                for (const auto& r : repos)
+                    if (r.name == p.repo) same = pr(prId(r.id, p.number));
+                if (same) {
+                    p.commentPreview = same->commentPreview;
+                    p.preview = same->preview;
+                    p.previewSource = same->previewSource;
+                }
+            }
+        append(effects, nextComments(*this));
+        if (fetchInFlight) return effects;
+    } else {
+        commentsQueue.reset();
+    }
+    return finish(*this, std::move(effects));
+}
+
+Effects Model::rateWaitOver() {
+    if (!rateLimitedUntil) return {};
+    rateLimitedUntil.reset();
+    if (repos.empty()) return {};
+    requeueAll();
+    return startNext();
+}
+
+std::string Model::rateLimitText() const {
+    if (!rateLimitedUntil) return {};
+    const std::string& at = *rateLimitedUntil;
+    // "2026-11-24T09:41:07Z": the hour and minute, in UTC.
+    if (at.size() >= 16 && at[10] == 'T' && at[13] == ':')
+        return "GitHub's hourly limit is used up; refreshing waits until " + at.substr(11, 5) +
+               " UTC";
+    return "GitHub's hourly limit is used up; refreshing waits until it resets";
+}
+
+std::vector<ListRow> Model::extrasRows() const {
+    std::vector<ListRow> rows;
+    std::size_t budget = Constants::maxExtrasRows;
+
+    // Every group keeps its heading; pull request rows share one budget, and
+    // a group that could not show them all ends with how many more there are.
+    const auto group = [&](const Repo& heading, const std::vector<const PR*>& members) {
+        rows.push_back(ListRow{heading});
+        const std::size_t shown = std::min({members.size(), Constants::maxPrsPerRepo, budget});
+        for (std::size_t i = 0; i < shown; ++i) rows.push_back(ListRow{*members[i]});
+        budget -= shown;
+        if (shown < members.size())
+            rows.push_back(ListRow{MoreRow{heading.id, static_cast<std::int64_t>(members.size() - shown)}});
+    };
+
+    if (reviewPrs && !reviewPrs->empty()) {
+        Repo heading;
+        heading.id = reviewGroupId;
+        heading.name = std::string(Constants::reviewGroupName);
+        heading.state = RepoState::ok;
+        heading.count = static_cast<std::int64_t>(reviewPrs->size());
+        std::vector<const PR*> members;
+        for (const auto& p : *reviewPrs) members.push_back(&p);
+        group(heading, members);
+    }
+
+    std::unordered_map<std::int64_t, std::vector<const PR*>> byRepo;
+    for (const auto& p : prs) byRepo[p.repoId].push_back(&p);
+    for (const auto& r : repos) group(r, byRepo[r.id]);
+    return rows;
+}
+
+}  // namespace velmar
