@@ -88,6 +88,11 @@ void AppDelegate::start() {
     if (auto text = readConfig(ConfigFile::settings))
         bootAppearance_ = Formats::parseSettings(*text).appearance;
 
+    // The extras switch is handed in only when its file exists, so without
+    // the file the core sees exactly the messages it always did.
+    if (auto text = readConfig(ConfigFile::extras))
+        store_.send(msg::FileRead{ConfigFile::extras, *text});
+
     // 5. From here on the forced value, the boot value or the model decides.
     forcedAppearance_ = PanelAppearance::parseForced(std::getenv("VELMAR_APPEARANCE"));
     trackAppearance();

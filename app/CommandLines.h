@@ -14,6 +14,10 @@ namespace velmar::CommandLines {
 inline constexpr std::string_view pullRequests =
     R"SCRIPT(printf "%s\n" "$1"; gh pr list --repo "$1" --state open --limit 50 --json number,title,author,headRefName,isDraft,url,comments --jq '.[] | [.number, .title, .author.login, .headRefName, (.isDraft|tostring), .url, ([.comments[] | select((.author.login // "") | test("^(railway|vercel|netlify)")) | .body] | join("\u001e") | @base64)] | @tsv')SCRIPT";
 
+/// gh with the positional parameters as its arguments: the batched query,
+/// whose slugs, login and ids are all separate arguments.
+inline constexpr std::string_view ghWithArguments = R"(gh "$@")";
+
 /// The zeroth parameter of the pull-request script.
 inline constexpr std::string_view scriptName = "sh";
 

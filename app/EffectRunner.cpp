@@ -4,12 +4,17 @@
 #include "EffectRunner.h"
 
 #include <QCoreApplication>
+#include <QDateTime>
+#include <QTimer>
+#include <algorithm>
+#include <chrono>
 #include <exception>
 #include <thread>
 #include <type_traits>
 
 #include "CommandLines.h"
 #include "Env.h"
+#include "Graphql.h"
 #include "FileStore.h"
 #include "Links.h"
 #include "OneShot.h"
@@ -79,6 +84,9 @@ void EffectRunner::perform(const Effect& effect) {
             else if constexpr (std::is_same_v<E, effect::ResolveHome>) resolveHome();
             else if constexpr (std::is_same_v<E, effect::ResolvePath>) resolvePath();
             else if constexpr (std::is_same_v<E, effect::DetectBrowsers>) detectBrowsers();
+            else if constexpr (std::is_same_v<E, effect::FetchBatch>) fetchBatch(e);
+            else if constexpr (std::is_same_v<E, effect::FetchComments>) fetchComments(e);
+            else if constexpr (std::is_same_v<E, effect::WaitUntil>) waitUntil(e);
             else static_assert(alwaysFalse<E>, "an Effect case without a handler");
         },
         effect);
@@ -124,6 +132,50 @@ void EffectRunner::fetchPrs(const effect::FetchPrs& e) {
                },
                // What a failed gh run prints: the slug line alone.
                msg::PrsFetched{e.repo + "\n", false});
+}
+
+namespace {
+
+// gh with its arguments as positional parameters: nothing of a slug, a login
+// or a node id is ever part of the script text.
+std::vector<std::string> ghArguments(const std::vector<std::string>& args) {
+    std::vector<std::string> out{"-c", std::string(CommandLines::ghWithArguments),
+                                 std::string(CommandLines::scriptName)};
+    out.insert(out.end(), args.begin(), args.end());
+    return out;
+}
+
+}  // namespace
+
+// gh prints the raw JSON and exits 1 when the answer holds any error; the
+// output is read whatever the status, so one missing repository fails alone.
+void EffectRunner::fetchBatch(const effect::FetchBatch& e) {
+    runCommand(ghArguments(Graphql::batchArguments(e.repos, e.viewer)), e.path, true,
+               [repos = e.repos](const std::optional<Subprocess::Result>& result) -> Msg {
+                   if (!result)
+                       return msg::BatchFetched{repos, std::string(), false};
+                   return msg::BatchFetched{repos, result->stdout, result->status == 0};
+               },
+               msg::BatchFetched{e.repos, std::string(), false});
+}
+
+void EffectRunner::fetchComments(const effect::FetchComments& e) {
+    runCommand(ghArguments(Graphql::commentsArguments(e.ids)), e.path, true,
+               [](const std::optional<Subprocess::Result>& result) -> Msg {
+                   if (!result)
+                       return msg::CommentsFetched{std::string(), false};
+                   return msg::CommentsFetched{result->stdout, result->status == 0};
+               },
+               msg::CommentsFetched{std::string(), false});
+}
+
+void EffectRunner::waitUntil(const effect::WaitUntil& e) {
+    // An unreadable time waits a minute, the pace of the automatic refresh.
+    const QDateTime at = QDateTime::fromString(QString::fromStdString(e.until), Qt::ISODate);
+    qint64 ms = at.isValid() ? QDateTime::currentDateTimeUtc().msecsTo(at) : 60'000;
+    ms = std::clamp<qint64>(ms, 0, 2 * 60 * 60 * 1000);
+    QTimer::singleShot(std::chrono::milliseconds(ms), this,
+                       [shared = shared_] { post(shared, msg::RateWaitOver{}); });
 }
 
 void EffectRunner::fetchSuggestions(const effect::FetchSuggestions& e) {

@@ -73,6 +73,9 @@ private:
     void resolveHome();
     void resolvePath();
     void detectBrowsers();
+    void fetchBatch(const effect::FetchBatch& e);
+    void fetchComments(const effect::FetchComments& e);
+    void waitUntil(const effect::WaitUntil& e);
 
     using Answer = std::function<Msg(const std::optional<Subprocess::Result>&)>;
     /// Runs /bin/sh with `arguments` under the command limits; `answer` turns
