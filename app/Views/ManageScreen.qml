@@ -72,5 +72,11 @@ Flickable {
             theme: screen.theme
             widthClass: screen.widthClass
         }
+        ExtrasSection {
+            Layout.fillWidth: true
+            panel: screen.panel
+            theme: screen.theme
+            widthClass: screen.widthClass
+        }
     }
 }

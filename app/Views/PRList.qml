@@ -50,6 +50,14 @@ ListView {
             }
         }
         DelegateChoice {
+            roleValue: "more"
+            MoreOnGitHubRow {
+                width: ListView.view.width
+                theme: list.theme
+                panel: list.panel
+            }
+        }
+        DelegateChoice {
             roleValue: "pr"
             PRRow {
                 width: ListView.view.width

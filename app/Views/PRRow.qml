@@ -25,6 +25,13 @@ FocusScope {
     required property string previewTooltip
     required property string openLabel
     required property string previewLabel
+    // Checks, reviews and deployments: empty while switched off.
+    required property string checks
+    required property string checksLabel
+    required property string reviewLabel
+    required property bool conflicts
+    required property string deploy
+    required property string deployLabel
 
     /// The number's and the preview button's menus are the list's, shared by all rows.
     signal linkMenuRequested(Item item, real x, real y)
@@ -59,6 +66,9 @@ FocusScope {
         id: layout
         // What the fixed items take; the title gets the rest, up to its own width.
         readonly property real fixedWidth: link.implicitWidth + spacing + (draft.visible ? draft.implicitWidth + spacing : 0)
+            + (checksMark.visible ? checksMark.implicitWidth + spacing : 0)
+            + (reviewMark.visible ? reviewMark.implicitWidth + spacing : 0)
+            + (conflictsMark.visible ? conflictsMark.implicitWidth + spacing : 0)
             + (author.visible ? author.implicitWidth + spacing : 0) + spacing + 4
             + (preview.visible ? preview.implicitWidth + spacing : 0)
         x: 14 + 20
@@ -79,6 +89,13 @@ FocusScope {
             onMenuRequested: (x, y) => row.linkMenuRequested(link, x, y)
             onActiveFocusChanged: if (activeFocus) row.ListView.view.positionViewAtIndex(row.index, ListView.Contain)
         }
+        ChecksMarker {
+            id: checksMark
+            Layout.alignment: Qt.AlignVCenter
+            theme: row.theme
+            state: row.checks
+            label: row.checksLabel
+        }
         Text {
             Layout.preferredWidth: Math.max(0, Math.min(implicitWidth, layout.width - layout.fixedWidth))
             text: row.title
@@ -91,6 +108,20 @@ FocusScope {
             horizontalAlignment: Text.AlignLeft
             Accessible.role: Accessible.StaticText
             Accessible.name: text
+        }
+        ReviewMarker {
+            id: reviewMark
+            theme: row.theme
+            widthClass: row.widthClass
+            label: row.reviewLabel
+            role: row.reviewLabel === "Approved" ? "accent" : row.reviewLabel === "Changes requested" ? "warning" : "info"
+        }
+        ReviewMarker {
+            id: conflictsMark
+            theme: row.theme
+            widthClass: row.widthClass
+            label: row.conflicts ? "Conflicts" : ""
+            role: "destructive"
         }
         DraftMarker {
             id: draft
@@ -115,7 +146,9 @@ FocusScope {
             visible: row.hasPreview
             theme: row.theme
             text: row.previewLabel
-            tooltip: row.previewTooltip
+            tooltip: row.previewTooltip + (row.deploy.length > 0 ? " \u2014 " + row.deployLabel : "")
+            deploy: row.deploy
+            Accessible.description: row.deployLabel.length > 0 ? row.deployLabel : row.previewTooltip
             activate: () => row.panel.send({ msg: "open_preview", id: row.prId })
             onMenuRequested: (x, y) => row.previewMenuRequested(preview, x, y)
             onActiveFocusChanged: if (activeFocus) row.ListView.view.positionViewAtIndex(row.index, ListView.Contain)

@@ -38,7 +38,10 @@ QList<QByteArray> prRoles() {
             "failed",      "count",    "countLabel",     "loadingLabel", "prId",
             "number",      "numberText", "numberTemplate", "title",    "author",
             "authorTooltip", "isDraft", "hovered",       "hasPreview", "previewTooltip",
-            "openLabel",   "previewLabel", "groupRows", "rowInGroup"};
+            "openLabel",   "previewLabel", "groupRows", "rowInGroup",
+            // Checks, reviews and deployments; empty while switched off.
+            "checks", "checksLabel", "review", "reviewLabel", "conflicts", "deploy", "deployLabel",
+            "moreText"};
 }
 
 std::vector<DiffListModel::Row> prRows(const Model& model) {
@@ -84,8 +87,22 @@ std::vector<DiffListModel::Row> prRows(const Model& model, const std::vector<Rep
                  {"previewTooltip", q(previewTooltip(pr.previewSource))},
                  {"openLabel", q(openPrLabel(pr.number))},
                  {"previewLabel", q(openPreviewLabel(pr.number))},
-                 {"rowInGroup", int(k)}}));
+                 {"rowInGroup", int(k)},
+                 {"checks", pr.checks ? q(std::string(jsonText(*pr.checks))) : QString()},
+                 {"checksLabel", q(checksLabel(pr.checks))},
+                 {"review", pr.review ? q(std::string(jsonText(*pr.review))) : QString()},
+                 {"reviewLabel", q(reviewLabel(pr.review))},
+                 {"conflicts", pr.conflicts.value_or(false)},
+                 {"deploy", pr.deploy ? q(std::string(jsonText(*pr.deploy))) : QString()},
+                 {"deployLabel", q(deployLabel(pr))}}));
         }
+        if (group.more > 0)
+            out.push_back(makeRow(roles, q(ListRow{MoreRow{repo.id, group.more}}.id()),
+                                  {{"kind", QStringLiteral("more")},
+                                   {"repoId", repoId},
+                                   {"groupIndex", groupIndex},
+                                   {"rowInGroup", int(group.prs.size())},
+                                   {"moreText", q(moreLabel(group.more))}}));
         ++groupIndex;
     }
     return out;

@@ -39,6 +39,7 @@ PanelModel::Values PanelModel::derive(const Model& model) {
     v.showsOnboarding = model.showsOnboarding();
     v.settingsLoaded = model.settingsLoaded;
     v.autoRefresh = model.autoRefresh;
+    v.checksOn = model.checksOn();
     v.reposLoaded = model.reposLoaded;
     v.hasRepos = !model.repos.empty();
     v.footerText = QString::fromStdString(model.footerText());
@@ -98,6 +99,7 @@ void PanelModel::modelChanged() {
     if (before.showsOnboarding != now_.showsOnboarding) emit showsOnboardingChanged();
     if (before.settingsLoaded != now_.settingsLoaded) emit settingsLoadedChanged();
     if (before.autoRefresh != now_.autoRefresh) emit autoRefreshChanged();
+    if (before.checksOn != now_.checksOn) emit checksOnChanged();
     if (before.reposLoaded != now_.reposLoaded) emit reposLoadedChanged();
     if (before.hasRepos != now_.hasRepos) emit hasReposChanged();
     if (before.footerText != now_.footerText) emit footerTextChanged();

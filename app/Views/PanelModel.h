@@ -24,6 +24,7 @@ class PanelModel : public QObject {
     Q_PROPERTY(bool showsOnboarding READ showsOnboarding NOTIFY showsOnboardingChanged)
     Q_PROPERTY(bool settingsLoaded READ settingsLoaded NOTIFY settingsLoadedChanged)
     Q_PROPERTY(bool autoRefresh READ autoRefresh NOTIFY autoRefreshChanged)
+    Q_PROPERTY(bool checksOn READ checksOn NOTIFY checksOnChanged)
     Q_PROPERTY(bool reposLoaded READ reposLoaded NOTIFY reposLoadedChanged)
     Q_PROPERTY(bool hasRepos READ hasRepos NOTIFY hasReposChanged)
     Q_PROPERTY(QString footerText READ footerText NOTIFY footerTextChanged)
@@ -85,6 +86,7 @@ public:
     bool showsOnboarding() const { return now_.showsOnboarding; }
     bool settingsLoaded() const { return now_.settingsLoaded; }
     bool autoRefresh() const { return now_.autoRefresh; }
+    bool checksOn() const { return now_.checksOn; }
     bool reposLoaded() const { return now_.reposLoaded; }
     bool hasRepos() const { return now_.hasRepos; }
     QString footerText() const { return now_.footerText; }
@@ -135,6 +137,7 @@ public:
         bool showsOnboarding = false;
         bool settingsLoaded = false;
         bool autoRefresh = false;
+        bool checksOn = false;
         bool reposLoaded = false;
         bool hasRepos = false;
         QString footerText;
@@ -165,6 +168,7 @@ signals:
     void showsOnboardingChanged();
     void settingsLoadedChanged();
     void autoRefreshChanged();
+    void checksOnChanged();
     void reposLoadedChanged();
     void hasReposChanged();
     void footerTextChanged();

@@ -8,6 +8,8 @@ PlainButton {
     link: true
     implicitWidth: 20
     implicitHeight: 20
+    /// The state of the matched deployment, shown as a small dot; empty: none.
+    property string deploy: ""
 
     contentItem: Item {
         SymbolIcon {
@@ -17,6 +19,18 @@ PlainButton {
             size: 13
             opacity: button.hovered ? 1 : 0.5
             Behavior on opacity { NumberAnimation { duration: 150; easing.type: Easing.OutQuad } }
+        }
+        Rectangle {
+            visible: button.deploy.length > 0
+            anchors.right: parent.right
+            anchors.bottom: parent.bottom
+            width: 6
+            height: 6
+            radius: 3
+            color: button.deploy === "ready" ? button.theme.success
+                 : button.deploy === "failed" ? button.theme.destructive
+                 : button.deploy === "building" ? button.theme.warning
+                 : button.theme.tertiary
         }
     }
 }

@@ -10,7 +10,11 @@ std::vector<RepoGroup> RepoGroup::make(const std::vector<ListRow>& rows) {
     for (const ListRow& row : rows) {
         if (const Repo* repo = std::get_if<Repo>(&row.item))
             groups.push_back({*repo, {}});
-        else if (!groups.empty())
+        else if (groups.empty())
+            continue;
+        else if (const auto* more = std::get_if<MoreRow>(&row.item))
+            groups.back().more = more->more;
+        else
             groups.back().prs.push_back(std::get<PR>(row.item));
     }
     return groups;
@@ -25,6 +29,7 @@ std::string RepoGroup::numberTemplate() const {
 std::string previewTooltip(std::optional<PreviewSource> source) {
     if (source == PreviewSource::comment) return "Open preview (link from the PR's deploy comment)";
     if (source == PreviewSource::detected) return "Open preview (detected pattern)";
+    if (source == PreviewSource::deployment) return "Open preview (from the deployment)";
     return "Open preview";
 }
 
@@ -35,5 +40,34 @@ std::string openPrLabel(std::int64_t number) {
 std::string openPreviewLabel(std::int64_t number) {
     return "Open preview for #" + std::to_string(number);
 }
+
+std::string checksLabel(std::optional<ChecksState> checks) {
+    if (!checks) return {};
+    switch (*checks) {
+        case ChecksState::passing: return "Checks passing";
+        case ChecksState::failing: return "Checks failing";
+        case ChecksState::running: return "Checks running";
+    }
+    return {};
+}
+
+std::string reviewLabel(std::optional<ReviewState> review) {
+    if (!review) return {};
+    switch (*review) {
+        case ReviewState::approved: return "Approved";
+        case ReviewState::changesRequested: return "Changes requested";
+        case ReviewState::reviewRequired: return "Review required";
+    }
+    return {};
+}
+
+std::string deployLabel(const PR& pr) {
+    if (!pr.deploy) return {};
+    std::string label = "Deployment " + std::string(jsonText(*pr.deploy));
+    if (pr.deployOlder.value_or(false)) label += ", older commit";
+    return label;
+}
+
+std::string moreLabel(std::int64_t more) { return std::to_string(more) + " more on GitHub"; }
 
 }  // namespace velmar::ui

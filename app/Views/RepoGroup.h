@@ -15,6 +15,8 @@ namespace velmar::ui {
 struct RepoGroup {
     Repo repo;
     std::vector<PR> prs;
+    /// Pull requests of the group left out by the row cap (checks on only).
+    std::int64_t more = 0;
     bool operator==(const RepoGroup&) const = default;
 
     std::int64_t id() const { return repo.id; }
@@ -34,5 +36,13 @@ std::string previewTooltip(std::optional<PreviewSource> source);
 /// "Open pull request #12" and "Open preview for #12".
 std::string openPrLabel(std::int64_t number);
 std::string openPreviewLabel(std::int64_t number);
+
+/// Texts of the checks, review and deployment markers; empty when absent.
+std::string checksLabel(std::optional<ChecksState> checks);
+std::string reviewLabel(std::optional<ReviewState> review);
+/// "Deployment ready", with ", older commit" when matched by branch only.
+std::string deployLabel(const PR& pr);
+/// "3 more on GitHub".
+std::string moreLabel(std::int64_t more);
 
 }  // namespace velmar::ui

@@ -1,0 +1,47 @@
+// The head commit's checks before a title: a green check when they pass, a
+// red cross when they fail, an amber dot while they run; nothing without checks.
+import QtQuick
+import QtQuick.Controls
+
+Item {
+    id: marker
+    required property var theme
+    property string state: ""
+    property string label: ""
+
+    visible: state.length > 0
+    implicitWidth: 12
+    implicitHeight: 12
+
+    Accessible.role: Accessible.StaticText
+    Accessible.name: label
+
+    SymbolIcon {
+        visible: marker.state === "passing"
+        anchors.centerIn: parent
+        name: "checkmark"
+        size: 11
+        color: marker.theme.success
+    }
+    Text {
+        visible: marker.state === "failing"
+        anchors.centerIn: parent
+        text: "\u2715"
+        color: marker.theme.destructive
+        font.pixelSize: 11
+        font.weight: Font.Bold
+        Accessible.ignored: true
+    }
+    Rectangle {
+        visible: marker.state === "running"
+        anchors.centerIn: parent
+        width: 7
+        height: 7
+        radius: 3.5
+        color: marker.theme.dark ? marker.theme.warning : marker.theme.warningEmphasis
+    }
+    HoverHandler { id: hover }
+    ToolTip.text: label
+    ToolTip.visible: hover.hovered && label.length > 0
+    ToolTip.delay: 700
+}

@@ -1,0 +1,31 @@
+// The last row of a group whose pull requests did not all fit: how many more
+// there are, as a link to the repository's pull requests.
+import QtQuick
+
+Item {
+    id: row
+    required property var theme
+    required property var panel
+    required property var repoId
+    required property string moreText
+
+    implicitHeight: 24
+
+    PlainButton {
+        id: button
+        x: 14 + 20
+        anchors.verticalCenter: parent.verticalCenter
+        theme: row.theme
+        link: true
+        text: row.moreText
+        tooltip: "Open the pull requests on GitHub"
+        activate: () => row.panel.send({ msg: "open_repo_pulls", id: row.repoId })
+        contentItem: Text {
+            text: button.text
+            color: button.theme.tint
+            font.pixelSize: button.theme.callout
+            font.underline: button.hovered
+            Accessible.ignored: true
+        }
+    }
+}

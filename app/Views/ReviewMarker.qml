@@ -1,0 +1,45 @@
+// The review decision after a title: a small pill where there is room, a
+// symbol with the decision as its tooltip otherwise. "Conflicts" uses the same
+// marker with the destructive role.
+import QtQuick
+import QtQuick.Controls
+
+Item {
+    id: marker
+    required property var theme
+    required property string widthClass
+    property string label: ""
+    property string role: "info"
+    readonly property bool asSymbol: widthClass !== "regular"
+
+    visible: label.length > 0
+    implicitWidth: asSymbol ? 12 : pill.implicitWidth
+    implicitHeight: asSymbol ? 12 : pill.implicitHeight
+
+    Accessible.role: Accessible.StaticText
+    Accessible.name: label
+
+    Pill {
+        id: pill
+        visible: !marker.asSymbol
+        anchors.verticalCenter: parent.verticalCenter
+        theme: marker.theme
+        text: marker.label
+        role: marker.role
+        Accessible.ignored: true
+    }
+    Rectangle {
+        visible: marker.asSymbol
+        anchors.centerIn: parent
+        width: 9
+        height: 9
+        radius: 2
+        color: "transparent"
+        border.width: 1.5
+        border.color: marker.theme.pill(marker.role, true, marker.theme.dark, marker.theme.increasedContrast).background
+    }
+    HoverHandler { id: hover; enabled: marker.asSymbol }
+    ToolTip.text: label
+    ToolTip.visible: marker.asSymbol && hover.hovered
+    ToolTip.delay: 700
+}
