@@ -18,14 +18,23 @@ const char* fixture = R"JSON({
   "token": "good-token", "login": "octo", "owned": ["octo/one", "octo/two"], "shared": ["acme/web", "octo/one"],
   "repos": {
     "acme/web": [
-      {"number": 12, "title": "Add login", "author": "alice", "branch": "feat/login",
+      {"number": 12, "title": "Add login", "author": "alice", "branch": "feat/login", "oid": "c12",
+       "checks": "SUCCESS", "review": "APPROVED",
        "comments": [{"author": "railway-app", "body": "Deployed!\n[Web](https://web-pr-12.up.railway.app)"},
                     {"author": "bob", "body": "[Web](https://not-a-bot.example)"},
                     {"author": null, "body": "ghost"}]},
-      {"number": 13, "title": "WIP", "author": "carol", "branch": "wip", "draft": true}],
-    "acme/api": [{"number": 3, "title": "Rate limits", "author": "dave", "branch": "rl"}],
+      {"number": 13, "title": "WIP", "author": "carol", "branch": "wip", "draft": true, "checks": "FAILURE",
+       "mergeable": "CONFLICTING", "updated": "UPDATED13"}],
+    "acme/api": [{"number": 3, "title": "Rate limits", "author": "dave", "branch": "rl", "checks": "PENDING",
+                  "review": "REVIEW_REQUIRED"}],
     "acme/we b;touch pwned$(id)": [{"number": 1, "title": "T", "author": "a", "branch": "b", "url": "u"}]
-  }
+  },
+  "deployments": {"acme/web": [
+    {"environment": "preview", "state": "ACTIVE", "commitOid": "c12", "ref": {"name": "feat/login"},
+     "latestStatus": {"state": "SUCCESS", "environmentUrl": "https://deploy-12.example.dev"}},
+    {"environment": "preview", "state": "ACTIVE", "commitOid": "old", "ref": {"name": "wip"},
+     "latestStatus": {"state": "IN_PROGRESS", "environmentUrl": null}}]},
+  "review_requested": [["acme/api", 3], ["other/lib", 8]]
 })JSON";
 
 class gh_against_fake_github : public ::testing::Test {
@@ -108,6 +117,54 @@ TEST_F(gh_against_fake_github, end_to_end_boot_fetches_every_repository_and_save
                        "https://web-pr-12.up.railway.app",
                        "acme/web#13|WIP|carol|wip|draft|https://github.com/acme/web/pull/13|"
                        "https://web-pr-13.up.railway.app"}));
+}
+
+TEST_F(gh_against_fake_github, with_checks_on_one_query_shows_states_and_a_missing_repository_fails_alone) {
+    testing::Scratch home;
+    testing::writeFile(home.path(".config/velmar/repos.tsv"), "acme/web\t\nacme/gone\t\nacme/api\t\n");
+    testing::EnvGuard env({{"VELMAR_HOME", home.path()}, {"SHELL", "/bin/sh"}});
+    MiniStore store;
+    const Model& m = store.model;
+    const auto idle = [&] {
+        return m.reposLoaded && m.pathResolved && !m.fetchInFlight && m.gh == GhStatus::ok &&
+               std::all_of(m.repos.begin(), m.repos.end(), [](const Repo& r) { return r.state == RepoState::ok; });
+    };
+    const std::string before = server->commentsLog();
+    store.send(msg::FileRead{ConfigFile::extras, "checks\t1\n"});  // as the shell hands it in at start
+    store.send(msg::Boot{});
+    ASSERT_TRUE(testing::waitUntil([&] { return idle() && m.viewer; }, 60));
+
+    std::vector<std::string> repos, rows;
+    for (const auto& r : m.repos)
+        repos.push_back(r.name + " " + std::to_string(r.count) + (r.failed ? " failed" : ""));
+    const auto describe = [](const PR& pr) {
+        return pr.repo + "#" + std::to_string(pr.number) + " " +
+               (pr.checks ? std::string(jsonText(*pr.checks)) : "-") + " " +
+               (pr.review ? std::string(jsonText(*pr.review)) : "-") + (pr.conflicts.value_or(false) ? " conflicts" : "") +
+               " " + (pr.deploy ? std::string(jsonText(*pr.deploy)) : "-") + (pr.deployOlder.value_or(false) ? " older" : "") +
+               " " + pr.preview;
+    };
+    for (const auto& pr : m.prs) rows.push_back(describe(pr));
+    std::sort(rows.begin(), rows.end());
+    EXPECT_EQ(repos, (std::vector<std::string>{"acme/web 2", "acme/gone 0 failed", "acme/api 1"}));
+    EXPECT_EQ(rows, (std::vector<std::string>{
+                        "acme/api#3 running review_required - ",
+                        // The bot's comment comes before the deployment's own address.
+                        "acme/web#12 passing approved ready https://web-pr-12.up.railway.app",
+                        "acme/web#13 failing - conflicts building older https://web-pr-13.up.railway.app"}));
+
+    // The second refresh searches the review requests with the login it learned, and asks for the
+    // comments of the changed pull request alone.
+    std::string changed = fixture;
+    changed.replace(changed.find("UPDATED13"), 9, "UPDATED13b");
+    server->setFixture(changed);
+    store.send(msg::Refresh{});
+    ASSERT_TRUE(testing::waitUntil([&] { return idle() && m.reviewPrs; }, 60));
+    server->setFixture(fixture);
+    const std::string log = server->commentsLog().substr(before.size());
+    EXPECT_EQ(log, "PR_acme/web_12 PR_acme/web_13 PR_acme/api_3\nPR_acme/web_13\n");
+    ASSERT_EQ(m.reviewPrs->size(), 1u);  // other/lib is not in the fake GitHub
+    EXPECT_EQ(describe(m.reviewPrs->front()), "acme/api#3 running review_required - ");
 }
 
 }  // namespace

@@ -66,6 +66,15 @@ FakeGitHub::~FakeGitHub() {
     server_.waitForFinished(5000);
 }
 
+void FakeGitHub::setFixture(const std::string& fixtureJson) const {
+    writeFile(scratch_.path("fixture.json"), fixtureJson);
+}
+
+std::string FakeGitHub::commentsLog() const {
+    return std::filesystem::exists(scratch_.path("comments.log")) ? readFile(scratch_.path("comments.log"))
+                                                                  : std::string();
+}
+
 void FakeGitHub::exportEnvironment(const std::string& token) const {
     qunsetenv("GITHUB_TOKEN");
     qunsetenv("GH_TOKEN");

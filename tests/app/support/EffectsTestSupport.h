@@ -62,6 +62,10 @@ public:
     ~FakeGitHub();
     /// Points gh at the server (token as given) through this process's environment.
     void exportEnvironment(const std::string& token) const;
+    /// Replaces what the server answers from the next request on.
+    void setFixture(const std::string& fixtureJson) const;
+    /// Lines the server logged, one per comments query: the node ids asked for.
+    std::string commentsLog() const;
 
 private:
     Scratch scratch_;

@@ -3,6 +3,12 @@
 # Usage: server.py DIR. Reads DIR/fixture.json ({"token", "login", "owned": [slug], "shared": [slug],
 # "repos": {slug: [{"number", "title", "author", "branch", "draft", "url", "comments": [{"author", "body"}]}]}}),
 # writes DIR/cert.pem for gh's SSL_CERT_FILE and prints "PORT <n>" once it listens. Other tokens get 401.
+# The batched query ("query Batch", aliases r0.. over variables o0/n0..) and the comments query by node id
+# ("query Comments", aliases c0.. over i0..) are answered too; a pull request may carry "oid", "updated",
+# "checks", "review", "mergeable", a repository "deployments" in the fixture's "deployments": {slug: [...]},
+# and "review_requested" lists [slug, number] pairs. Each Comments request's ids go to DIR/comments.log, one
+# request a line; rateLimit.cost follows GitHub's published formula (requests per connection / 100, at least 1).
+import math
 import http.server, json, os, re, ssl, subprocess, sys
 
 
@@ -11,6 +17,12 @@ class Handler(http.server.BaseHTTPRequestHandler):
 
     def log_message(self, *args):
         pass
+
+    @property
+    def fixture(self):
+        # Read afresh for every request, so a test can change GitHub between two refreshes.
+        with open(os.path.join(folder, "fixture.json"), encoding="utf-8") as f:
+            return json.load(f)
 
     def answer(self, status, payload, headers=()):
         if self.headers.get("Authorization") != "token " + self.fixture["token"]:
@@ -53,14 +65,92 @@ class Handler(http.server.BaseHTTPRequestHandler):
                 "comments": {"nodes": [{"author": c["author"] and {"login": c["author"]}, "body": c["body"]}
                                        for c in pr.get("comments", [])]}}
                 for pr in prs[:variables["limit"]]]}}}
+        elif operation == "Batch":
+            return self.batch(request["query"], variables)
+        elif operation == "Comments":
+            return self.comments(variables)
         else:
             return self.answer(200, {"data": None, "errors": [{"message": "no %s for %s" % (operation, slug)}]})
         self.answer(200, {"data": data})
 
+    def node(self, slug, pr):
+        number = pr["number"]
+        return {"id": "PR_%s_%d" % (slug, number), "number": number, "title": pr["title"],
+                "url": pr.get("url", "https://github.com/%s/pull/%d" % (slug, number)),
+                "headRefName": pr["branch"], "headRefOid": pr.get("oid", "oid%d" % number),
+                "isDraft": pr.get("draft", False), "updatedAt": pr.get("updated", "2026-01-01T00:00:00Z"),
+                "author": {"login": pr["author"]}, "reviewDecision": pr.get("review"),
+                "mergeable": pr.get("mergeable", "MERGEABLE"),
+                "statusCheckRollup": {"state": pr["checks"]} if pr.get("checks") else None}
+
+    def batch(self, query, variables):
+        repos, data, errors = self.fixture.get("repos", {}), {}, []
+        data["viewer"] = {"login": self.fixture.get("login")}
+        data["rateLimit"] = {"limit": 5000, "cost": query_cost(query), "remaining": 4900,
+                             "resetAt": "2030-01-01T00:00:00Z"}
+        i = 0
+        while "o%d" % i in variables:
+            slug, alias = "%s/%s" % (variables["o%d" % i], variables["n%d" % i]), "r%d" % i
+            if slug in repos:
+                data[alias] = {"pullRequests": {"nodes": [self.node(slug, pr) for pr in repos[slug][:50]]},
+                               "deployments": {"nodes": self.fixture.get("deployments", {}).get(slug, [])[-30:]}}
+            else:
+                data[alias] = None
+                errors.append({"type": "NOT_FOUND", "path": [alias],
+                               "message": "Could not resolve to a Repository with the name '%s'." % slug})
+            i += 1
+        if "q" in variables:
+            found = []
+            for slug, number in self.fixture.get("review_requested", []):
+                for pr in repos.get(slug, []):
+                    if pr["number"] == number:
+                        found.append(dict(self.node(slug, pr), repository={"nameWithOwner": slug}))
+            data["review"] = {"nodes": found}
+        self.answer(200, {"data": data, "errors": errors} if errors else {"data": data})
+
+    def comments(self, variables):
+        ids, data = [], {}
+        for key, value in sorted(variables.items(), key=lambda kv: int(kv[0][1:])):
+            ids.append(value)
+            data["c" + key[1:]] = None
+            for slug, prs in self.fixture.get("repos", {}).items():
+                for pr in prs:
+                    if "PR_%s_%d" % (slug, pr["number"]) == value:
+                        data["c" + key[1:]] = {"id": value, "comments": {"nodes": [
+                            {"author": c["author"] and {"login": c["author"]}, "body": c["body"]}
+                            for c in pr.get("comments", [])]}}
+        with open(os.path.join(folder, "comments.log"), "a", encoding="utf-8") as log:
+            log.write(" ".join(ids) + "\n")
+        self.answer(200, {"data": data})
+
+
+def query_cost(query):
+    """GitHub's published formula: each connection (a field with first/last) costs one request per node of
+    its parent connections, assuming every limit is reached; the sum over 100, rounded, and at least 1."""
+    fragments = dict(re.findall(r"fragment\s+(\w+)\s+on\s+\w+\s*(\{(?:[^{}]|\{(?:[^{}]|\{(?:[^{}]|\{[^{}]*\})*\})*\})*\})", query))
+    body = re.sub(r"fragment\s+\w+\s+on\s+\w+\s*\{.*", "", query, flags=re.S)
+    for _ in range(5):
+        body = re.sub(r"\.\.\.(\w+)", lambda m: fragments.get(m.group(1), "{}")[1:-1], body)
+    requests, stack, pending = 0, [1], 1
+    for token in re.finditer(r"\w+\s*\(([^()]*)\)|\{|\}", body):
+        text = token.group(0)
+        if text == "{":
+            stack.append(pending)
+            pending = stack[-1]
+        elif text == "}":
+            stack.pop()
+            pending = stack[-1]
+        else:
+            limit = re.search(r"\b(?:first|last)\s*:\s*(\d+)", token.group(1))
+            if limit:
+                requests += stack[-1]
+                pending = stack[-1] * int(limit.group(1))
+            else:
+                pending = stack[-1]
+    return max(1, int(round(requests / 100.0)))
+
 
 folder = sys.argv[1]
-with open(os.path.join(folder, "fixture.json"), encoding="utf-8") as f:
-    Handler.fixture = json.load(f)
 cert, key = os.path.join(folder, "cert.pem"), os.path.join(folder, "key.pem")
 subprocess.run(["openssl", "req", "-x509", "-newkey", "rsa:2048", "-nodes", "-keyout", key, "-out", cert, "-days",
                 "2", "-subj", "/CN=localhost", "-addext", "subjectAltName=DNS:localhost,IP:127.0.0.1"],
