@@ -70,7 +70,51 @@ TEST(panel_lists, preview_tooltip_by_source) {
     EXPECT_EQ(ui::previewTooltip(PreviewSource::comment), "Open preview (link from the PR's deploy comment)");
     EXPECT_EQ(ui::previewTooltip(PreviewSource::pattern), "Open preview");
     EXPECT_EQ(ui::previewTooltip(PreviewSource::detected), "Open preview (detected pattern)");
+    EXPECT_EQ(ui::previewTooltip(PreviewSource::deployment), "Open preview (from the deployment)");
     EXPECT_EQ(ui::previewTooltip(std::nullopt), "Open preview");
+}
+
+TEST(panel_lists, extras_markers_say_their_state_and_capped_groups_end_with_more) {
+    Model m = readyModel();
+    m.checks = true;
+    m.repos = {repo(1, "acme/web", RepoState::ok, 45)};
+    for (int n = 1; n <= 45; ++n) m.prs.push_back(pr(1, n, "t"));
+    m.prs[0].checks = ChecksState::passing;
+    m.prs[0].review = ReviewState::changesRequested;
+    m.prs[0].deploy = DeployState::building;
+    m.prs[0].deployOlder = true;
+    m.prs[1].checks = ChecksState::failing;
+    m.prs[1].review = ReviewState::approved;
+    m.prs[1].conflicts = true;
+    m.prs[1].deploy = DeployState::ready;
+    m.prs[2].checks = ChecksState::running;
+    m.prs[2].review = ReviewState::reviewRequired;
+    ui::DiffListModel model(PanelLists::prRoles());
+    model.update(PanelLists::prRows(m));
+    ASSERT_EQ(model.rowCount(), 1 + 40 + 1);
+    auto at = [&](int row, const char* role) { return model.get(row, role).toString(); };
+    const struct {
+        int row;
+        const char* checks;
+        const char* review;
+        const char* conflicts;
+        const char* deploy;
+    } table[] = {
+        {1, "Checks passing", "Changes requested", "false", "Deployment building, older commit"},
+        {2, "Checks failing", "Approved", "true", "Deployment ready"},
+        {3, "Checks running", "Review required", "false", ""},
+        {4, "", "", "false", ""},
+    };
+    for (const auto& r : table) {
+        EXPECT_EQ(at(r.row, "checksLabel"), r.checks) << r.row;
+        EXPECT_EQ(at(r.row, "reviewLabel"), r.review) << r.row;
+        EXPECT_EQ(at(r.row, "conflicts"), r.conflicts) << r.row;
+        EXPECT_EQ(at(r.row, "deployLabel"), r.deploy) << r.row;
+    }
+    EXPECT_EQ(at(41, "kind"), "more");
+    EXPECT_EQ(at(41, "key"), "more-1");
+    EXPECT_EQ(at(41, "moreText"), "5 more on GitHub");
+    EXPECT_EQ(model.get(41, "repoId").toLongLong(), 1);
 }
 
 TEST(panel_lists, browser_rows_mark_the_selection_and_look_each_icon_up_once) {

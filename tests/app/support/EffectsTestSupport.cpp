@@ -75,6 +75,10 @@ std::string FakeGitHub::commentsLog() const {
                                                                   : std::string();
 }
 
+std::string FakeGitHub::costsLog() const {
+    return std::filesystem::exists(scratch_.path("costs.log")) ? readFile(scratch_.path("costs.log")) : std::string();
+}
+
 void FakeGitHub::exportEnvironment(const std::string& token) const {
     qunsetenv("GITHUB_TOKEN");
     qunsetenv("GH_TOKEN");

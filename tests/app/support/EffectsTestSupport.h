@@ -66,6 +66,8 @@ public:
     void setFixture(const std::string& fixtureJson) const;
     /// Lines the server logged, one per comments query: the node ids asked for.
     std::string commentsLog() const;
+    /// Lines the server logged, one per GraphQL request: its operation and its cost in points.
+    std::string costsLog() const;
 
 private:
     Scratch scratch_;

@@ -7,7 +7,7 @@
 # ("query Comments", aliases c0.. over i0..) are answered too; a pull request may carry "oid", "updated",
 # "checks", "review", "mergeable", a repository "deployments" in the fixture's "deployments": {slug: [...]},
 # and "review_requested" lists [slug, number] pairs. Each Comments request's ids go to DIR/comments.log, one
-# request a line; rateLimit.cost follows GitHub's published formula (requests per connection / 100, at least 1).
+# request a line, and every GraphQL request's operation and cost go to DIR/costs.log; rateLimit.cost follows GitHub's published formula (requests per connection / 100, at least 1).
 import math
 import http.server, json, os, re, ssl, subprocess, sys
 
@@ -48,6 +48,8 @@ class Handler(http.server.BaseHTTPRequestHandler):
         request = json.loads(self.rfile.read(int(self.headers.get("Content-Length") or 0)) or b"{}")
         found = re.search(r"query\s+(\w+)", request.get("query", ""))
         operation, variables = found.group(1) if found else "", request.get("variables") or {}
+        with open(os.path.join(folder, "costs.log"), "a", encoding="utf-8") as log:
+            log.write("%s %d\n" % (operation, query_cost(request.get("query", ""))))
         login, slug = self.fixture.get("login"), "%s/%s" % (variables.get("owner"), variables.get("repo"))
         prs = self.fixture.get("repos", {}).get(slug)
         if operation == "UserCurrent":

@@ -1,0 +1,151 @@
+// A refresh of twenty repositories with checks off (one gh pr list each, one
+// after another) against on (one batched query, then one for the comments of
+// new pull requests): processes started, GraphQL points by GitHub's formula as
+// the fake server computes it, and wall time with a gh that takes 1 s to answer.
+#include <QEventLoop>
+#include <QGuiApplication>
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "EffectsTestSupport.h"
+#include "Model.h"
+
+using namespace velmar;
+using Clock = std::chrono::steady_clock;
+
+namespace {
+
+constexpr int kRepos = 20;
+
+std::string fixture() {
+    std::string repos;
+    for (int r = 0; r < kRepos; ++r) {
+        std::string prs;
+        for (int n = 1; n <= 5; ++n) {
+            const std::string num = std::to_string(n);
+            prs += std::string(n > 1 ? "," : "") + "{\"number\": " + num + ", \"title\": \"Change " + num +
+                   "\", \"author\": \"dev\", \"branch\": \"b" + num + "\", \"checks\": \"SUCCESS\"" +
+                   ", \"comments\": [{\"author\": \"vercel\", \"body\": \"[Visit Preview](https://app" +
+                   std::to_string(r) + "-pr-" + num + ".vercel.app)\"}]}";
+        }
+        repos += std::string(r > 0 ? "," : "") + "\"acme/repo" + std::to_string(r) + "\": [" + prs + "]";
+    }
+    return "{\"token\": \"t\", \"login\": \"octo\", \"repos\": {" + repos + "}}";
+}
+
+struct Round {
+    int processes = 0;
+    int points = 0;
+    double seconds = 0;
+};
+
+bool isFetch(const Effect& e) {
+    return std::holds_alternative<effect::FetchPrs>(e) || std::holds_alternative<effect::FetchBatch>(e) ||
+           std::holds_alternative<effect::FetchComments>(e);
+}
+
+int pointsSince(const testing::FakeGitHub& server, std::size_t from) {
+    std::istringstream lines(server.costsLog().substr(from));
+    int points = 0;
+    std::string operation;
+    int cost = 0;
+    while (lines >> operation >> cost)
+        if (operation == "PullRequestList" || operation == "Batch" || operation == "Comments") points += cost;
+    return points;
+}
+
+// One refresh from a model that has fetched once already (warm: the second
+// refresh is the steady state of a panel left open), driven like the Store.
+Round refresh(bool on, const std::string& path, const testing::FakeGitHub& server, bool warm) {
+    Model m;
+    std::string reposText;
+    for (int r = 0; r < kRepos; ++r) reposText += "acme/repo" + std::to_string(r) + "\t\n";
+    for (const Msg& msg : {Msg(msg::HomeResolved{"/nonexistent-home"}),
+                           Msg(msg::FileRead{ConfigFile::extras, on ? "checks\t1\n" : "checks\t0\n"}),
+                           Msg(msg::FileRead{ConfigFile::repos, reposText})})
+        m = update(m, msg).first;
+    QObject receiver;
+    QEventLoop loop;
+    std::vector<Msg> replies;
+    EffectRunner runner(&receiver, [&](Msg msg) {
+        replies.push_back(std::move(msg));
+        loop.quit();
+    });
+    Round result;
+    const auto drive = [&](Effects effects, bool count) {
+        while (true) {
+            const auto fetch = std::find_if(effects.begin(), effects.end(), isFetch);
+            if (fetch == effects.end()) return;
+            replies.clear();
+            runner.perform(*fetch);
+            if (count) ++result.processes;
+            while (replies.empty()) loop.exec();
+            auto step = update(m, replies[0]);
+            m = step.first;
+            effects = step.second;
+        }
+    };
+    auto [ready, first] = update(m, msg::PathResolved{path});
+    m = ready;
+    drive(first, !warm);
+    if (!warm) return result;
+    const std::size_t before = server.costsLog().size();
+    const auto start = Clock::now();
+    drive(update(m, msg::Refresh{}).second, true);
+    result.seconds = std::chrono::duration<double>(Clock::now() - start).count();
+    result.points = pointsSince(server, before);
+    return result;
+}
+
+Round firstRefresh(bool on, const std::string& path, const testing::FakeGitHub& server) {
+    const std::size_t before = server.costsLog().size();
+    const auto start = Clock::now();
+    Round r = refresh(on, path, server, false);
+    r.seconds = std::chrono::duration<double>(Clock::now() - start).count();
+    r.points = pointsSince(server, before);
+    return r;
+}
+
+double median(std::vector<double> v) {
+    std::sort(v.begin(), v.end());
+    return v[v.size() / 2];
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QGuiApplication app(argc, argv);
+    const int rounds = argc > 1 ? std::max(1, std::atoi(argv[1])) : 3;
+    testing::FakeGitHub server;
+    std::string why;
+    if (!server.start(fixture(), why)) {
+        std::fprintf(stderr, "extras_refresh: %s\n", why.c_str());
+        return 1;
+    }
+    server.exportEnvironment("t");
+    // A gh that takes a second before it starts its work.
+    testing::Scratch slow;
+    const std::string slowPath = slow.stub("gh", "sleep 1; exec /usr/bin/gh \"$@\"") + ":/usr/bin:/bin";
+
+    std::printf("twenty repositories, five pull requests each; medians of %d rounds\n", rounds);
+    std::printf("%-34s %10s %10s %12s\n", "", "processes", "points", "wall (s)");
+    for (bool on : {false, true}) {
+        for (bool warm : {false, true}) {
+            std::vector<double> seconds;
+            Round last;
+            for (int i = 0; i < rounds; ++i) {
+                last = warm ? refresh(on, slowPath, server, true) : firstRefresh(on, slowPath, server);
+                seconds.push_back(last.seconds);
+            }
+            std::printf("%-34s %10d %10d %12.2f\n",
+                        (std::string(on ? "on, " : "off, ") + (warm ? "a later refresh" : "the first refresh")).c_str(),
+                        last.processes, last.points, median(seconds));
+        }
+    }
+    return 0;
+}
