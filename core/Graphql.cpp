@@ -174,8 +174,12 @@ std::string batchQuery(std::size_t repoCount, bool withReview) {
     }
     std::string query = "query Batch";
     if (!variables.empty()) query += "(" + variables + ")";
-    query += " { viewer { login } rateLimit { limit cost remaining resetAt }" + body + " } ";
-    query += prFields;
+    query += " { viewer { login } rateLimit { limit cost remaining resetAt }" + body + " }";
+    // GraphQL refuses a fragment that nothing uses.
+    if (repoCount > 0 || withReview) {
+        query += ' ';
+        query += prFields;
+    }
     if (repoCount > 0) {
         query += ' ';
         query += repoFields;

@@ -7,9 +7,10 @@
 # ("query Comments", aliases c0.. over i0..) are answered too; a pull request may carry "oid", "updated",
 # "checks", "review", "mergeable", a repository "deployments" in the fixture's "deployments": {slug: [...]},
 # and "review_requested" lists [slug, number] pairs. Each Comments request's ids go to DIR/comments.log, one
-# request a line, and every GraphQL request's operation and cost go to DIR/costs.log; rateLimit.cost follows GitHub's published formula (requests per connection / 100, at least 1).
+# request a line; with the npm packages of package-lock.json installed here, every query is first checked against
+# GitHub's schema (schema/schema.graphql) and an invalid one is refused and logged to DIR/invalid.log; every GraphQL request's operation and cost go to DIR/costs.log; rateLimit.cost follows GitHub's published formula (requests per connection / 100, at least 1).
 import math
-import http.server, json, os, re, ssl, subprocess, sys
+import http.server, json, os, re, ssl, subprocess, sys, threading
 
 
 class Handler(http.server.BaseHTTPRequestHandler):
@@ -48,6 +49,11 @@ class Handler(http.server.BaseHTTPRequestHandler):
         request = json.loads(self.rfile.read(int(self.headers.get("Content-Length") or 0)) or b"{}")
         found = re.search(r"query\s+(\w+)", request.get("query", ""))
         operation, variables = found.group(1) if found else "", request.get("variables") or {}
+        invalid = schema_errors(request.get("query", ""))
+        if invalid:
+            with open(os.path.join(folder, "invalid.log"), "a", encoding="utf-8") as log:
+                log.write("%s: %s\n" % (operation, invalid))
+            return self.answer(200, {"data": None, "errors": [{"message": "invalid query: " + invalid}]})
         with open(os.path.join(folder, "costs.log"), "a", encoding="utf-8") as log:
             log.write("%s %d\n" % (operation, query_cost(request.get("query", ""))))
         login, slug = self.fixture.get("login"), "%s/%s" % (variables.get("owner"), variables.get("repo"))
@@ -124,6 +130,25 @@ class Handler(http.server.BaseHTTPRequestHandler):
         with open(os.path.join(folder, "comments.log"), "a", encoding="utf-8") as log:
             log.write(" ".join(ids) + "\n")
         self.answer(200, {"data": data})
+
+
+here = os.path.dirname(os.path.abspath(__file__))
+validator, validator_lock = None, threading.Lock()
+if os.path.isdir(os.path.join(here, "node_modules", "graphql")):
+    # The reference implementation checks every query against GitHub's own schema.
+    validator = subprocess.Popen(["node", os.path.join(here, "validate.js"), os.path.join(here, "schema", "schema.graphql")],
+                                 stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
+
+
+def schema_errors(query):
+    """Empty when the query is valid against GitHub's schema (or no validator is installed), else the errors."""
+    if validator is None:
+        return ""
+    with validator_lock:
+        validator.stdin.write(json.dumps(query) + "\n")
+        validator.stdin.flush()
+        answer = validator.stdout.readline().strip()
+    return "" if answer == "valid" else answer
 
 
 def query_cost(query):
