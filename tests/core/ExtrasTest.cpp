@@ -107,6 +107,14 @@ TEST(batch_command, slugs_and_login_travel_as_variables_only) {
         EXPECT_EQ(query.find("r3:"), std::string::npos);
     }
     EXPECT_EQ(Graphql::reviewSearch("ana"), "is:pr is:open archived:false review-requested:ana");
+    // GraphQL refuses an unused fragment: each is there only when something spreads it.
+    const std::tuple<std::size_t, bool, bool, bool> fragments[] = {
+        {0, false, false, false}, {0, true, true, false}, {1, false, true, true}, {2, true, true, true}};
+    for (const auto& [count, review, hasP, hasR] : fragments) {
+        const std::string q = Graphql::batchQuery(count, review);
+        EXPECT_EQ(q.find("fragment P ") != std::string::npos, hasP) << q;
+        EXPECT_EQ(q.find("fragment R ") != std::string::npos, hasR) << q;
+    }
 }
 
 TEST(batch_reader, reads_each_repository_on_its_own) {
