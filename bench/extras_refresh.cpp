@@ -95,7 +95,9 @@ Round refresh(bool on, const std::string& path, const testing::FakeGitHub& serve
     if (!warm) return result;
     const std::size_t before = server.costsLog().size();
     const auto start = Clock::now();
-    drive(update(m, msg::Refresh{}).second, true);
+    auto [refreshed, effects] = update(m, msg::Refresh{});
+    m = refreshed;
+    drive(effects, true);
     result.seconds = std::chrono::duration<double>(Clock::now() - start).count();
     result.points = pointsSince(server, before);
     return result;
