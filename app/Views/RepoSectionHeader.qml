@@ -53,16 +53,6 @@ FocusScope {
     onYChanged: reportLayout()
     onGroupFrameChanged: reportLayout()
     onRepoIdChanged: reportLayout()
-    // A heading whose group left the list waits in the view's pool for reuse,
-    // hidden from sight but still "visible", with the values it had when it
-    // left: a spinner of a group that was loading then would keep asking for
-    // frames for as long as the panel is open. In the pool it shows nothing.
-    property bool pooled: false
-    ListView.onPooled: pooled = true
-    ListView.onReused: {
-        pooled = false
-        reportLayout()
-    }
     Component.onCompleted: reportLayout()
 
     Accessible.role: Accessible.Heading
@@ -147,7 +137,7 @@ FocusScope {
         Item { Layout.fillWidth: true; Layout.minimumWidth: 8 }
         RepoSpinner {
             id: spinner
-            visible: header.spinning && !header.pooled
+            visible: header.spinning
             theme: header.theme
             label: header.loadingLabel
         }
