@@ -51,6 +51,7 @@ public:
     void runCore(bool on) { runCore_ = on; }
 
     QQuickView& view() { return view_; }
+    const Model& model() const { return store_.model(); }
     ui::PanelModel& panel() { return panel_; }
 
 private:
