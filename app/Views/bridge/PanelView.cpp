@@ -6,7 +6,6 @@
 #include <QVariantMap>
 
 #include "BrowserIcons.h"
-#include "ByteCapValidator.h"
 #include "IconProvider.h"
 #include "PanelModel.h"
 #include "Theme.h"
@@ -15,7 +14,8 @@ namespace velmar::ui {
 
 QStringList loadPanel(QQuickView& view, PanelModel& panel, Theme& theme, const BrowserIcons& icons,
                       PanelChrome chrome) {
-    registerViewTypes();
+    // The module's files and types come from the resources compiled in.
+    view.engine()->addImportPath(QStringLiteral("qrc:/qt/qml"));
     view.setResizeMode(QQuickView::SizeRootObjectToView);
     view.engine()->addImageProvider(QStringLiteral("icon"), new IconProvider);
     view.engine()->addImageProvider(QStringLiteral("browser"), new BrowserIconProvider(icons));
@@ -25,7 +25,7 @@ QStringList loadPanel(QQuickView& view, PanelModel& panel, Theme& theme, const B
         {QStringLiteral("chrome"), QVariantMap{{QStringLiteral("titlebarHeight"), chrome.titlebarHeight},
                                                {QStringLiteral("leadingInset"), chrome.leadingInset}}},
     });
-    view.setSource(QUrl(QStringLiteral("qrc:/velmar/Views/RootView.qml")));
+    view.setSource(QUrl(QStringLiteral("qrc:/qt/qml/Velmar/Views/RootView.qml")));
     QStringList errors;
     for (const QQmlError& error : view.errors()) errors.append(error.toString());
     return errors;
