@@ -30,6 +30,10 @@ ListView {
     reuseItems: false
     activeFocusOnTab: false
     keyNavigationEnabled: false
+    // No current item: the view would hand the focus to it whenever rows
+    // move, so a heading moved by Alt+Up lost the focus to the first group
+    // and a second Alt+Up moved another one. Focus stays on the item it is on.
+    currentIndex: -1
 
     Accessible.role: Accessible.List
     Accessible.name: "Pull requests"

@@ -59,7 +59,7 @@ FocusScope {
         id: layout
         // What the fixed items take; the title gets the rest, up to its own width.
         readonly property real fixedWidth: link.implicitWidth + spacing + (draft.visible ? draft.implicitWidth + spacing : 0)
-            + (author.visible ? author.implicitWidth + spacing : 0) + spacing + 4
+            + (author.visible ? author.cappedWidth + spacing : 0) + spacing + 4
             + (preview.visible ? preview.implicitWidth + spacing : 0)
         x: 14 + 20
         width: parent.width - x - 14
@@ -100,11 +100,16 @@ FocusScope {
         }
         Text {
             id: author
+            // A long name gives way before the title does: it takes at most
+            // a quarter of the row and is cut at its end past that.
+            readonly property real cappedWidth: Math.min(implicitWidth, Math.ceil(layout.width / 4))
+            Layout.preferredWidth: cappedWidth
             visible: row.widthClass === "regular"
             text: row.author
             textFormat: Text.PlainText
             color: row.theme.secondary
             font.pixelSize: row.theme.callout
+            elide: Text.ElideRight
             maximumLineCount: 1
             Accessible.role: Accessible.StaticText
             Accessible.name: text
