@@ -19,6 +19,6 @@ set(CPACK_DEBIAN_PACKAGE_DEPENDS
     "qml6-module-qtquick, qml6-module-qtquick-controls, qml6-module-qtquick-layouts, qml6-module-qtquick-window, qml6-module-qtquick-templates, qml6-module-qtqml-workerscript, qml6-module-qtquick-shapes, qml6-module-qtquick-dialogs")
 # Velmar starts and guides the user without gh; Wayland works through XWayland
 # without the native plugin.
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "gh, qt6-wayland")
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "gh, qt6-wayland, fonts-noto-color-emoji")
 
 include(CPack)

@@ -45,7 +45,10 @@ T.TextField {
         if (autofocus) Qt.callLater(takeFocus)
     }
     onModelTextChanged: follow()
-    onTextEdited: field.edited(field.text)
+    // Any change that is not the model's echo is the user's: typed, pasted,
+    // or put in whole through the accessibility interface, as dictation and
+    // voice control do (that sets the text without a textEdited).
+    onTextChanged: if (field.preeditText.length === 0 && field.text !== field.modelText) field.edited(field.text)
 
     validator: ByteCapValidator {
         maxBytes: field.maxBytes
@@ -80,6 +83,23 @@ T.TextField {
     Accessible.name: accessibilityLabel
     Accessible.editable: true
     Accessible.focusable: true
+
+    // The template draws no placeholder of its own; it is the only hint of
+    // what the field takes (a slug, a pattern's syntax), so it is drawn here.
+    Text {
+        x: field.leftPadding
+        y: field.topPadding
+        width: field.width - field.leftPadding - field.rightPadding
+        height: field.height - field.topPadding - field.bottomPadding
+        visible: field.length === 0 && field.preeditText.length === 0
+        text: field.placeholderText
+        textFormat: Text.PlainText
+        font: field.font
+        color: field.placeholderTextColor
+        verticalAlignment: Text.AlignVCenter
+        elide: Text.ElideRight
+        Accessible.ignored: true
+    }
 
     background: Rectangle {
         radius: 6

@@ -12,8 +12,14 @@ T.Menu {
 
     property var subject
 
+    /// The control that asked for the menu; the focus goes back to it.
+    property Item opener: null
+
     /// Opens at (x, y) in `item`'s coordinates.
     function openAt(item, x, y) {
+        let control = item
+        while (control && !control.activeFocusOnTab) control = control.parent
+        menu.opener = control
         menu.parent = item
         menu.popup(item, x, y)
         menu.currentIndex = -1
@@ -23,6 +29,18 @@ T.Menu {
     function openFor(id, item, x, y) {
         menu.subject = id
         openAt(item, x, y)
+    }
+
+    // Closed by Escape, a choice or a press outside, the menu leaves the
+    // focus to the window itself, and the next Tab would start from the top:
+    // it goes back to the opener instead, unless something else has taken it
+    // meanwhile (a popover a choice opened).
+    onClosed: {
+        const control = menu.opener
+        menu.opener = null
+        if (!control || !control.visible || !control.Window.window) return
+        const now = control.Window.activeFocusItem
+        if (!now || now === control.Window.contentItem) control.forceActiveFocus()
     }
 
     padding: 4

@@ -1,6 +1,6 @@
 // The base of every clickable control of the panel. Tab reaches it and draws
 // a focus ring; Space, Return and Enter activate it, as does a screen
-// reader's Press; right click and the menu key ask for its context menu.
+// reader's Press; right click, the menu key and Shift+F10 ask for its context menu.
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Templates as T
@@ -16,7 +16,7 @@ T.AbstractButton {
     /// What a click, a key or a screen reader's Press does.
     property var activate: null
 
-    /// Right click (at the pointer) or the menu key (under the control).
+    /// Right click (at the pointer) or the menu key and Shift+F10 (under the control).
     signal menuRequested(real x, real y)
 
     onClicked: if (activate) activate()
@@ -37,7 +37,7 @@ T.AbstractButton {
     Keys.onReturnPressed: if (control.enabled) control.clicked()
     Keys.onEnterPressed: if (control.enabled) control.clicked()
     Keys.onPressed: (event) => {
-        if (event.key === Qt.Key_Menu) {
+        if (event.key === Qt.Key_Menu || (event.key === Qt.Key_F10 && (event.modifiers & Qt.ShiftModifier))) {
             control.menuRequested(0, control.height)
             event.accepted = true
         }

@@ -48,6 +48,14 @@ T.Popup {
      : (anchorItem.width - width) / 2
     y: side === "below" ? anchorItem.height + gap : (anchorItem.height - height) / 2
     onAboutToShow: place()
+    // Closed, it gives the focus back to the control it hangs from rather
+    // than to the window, where the next Tab would start from the top.
+    onClosed: {
+        const control = popover.anchorItem
+        if (!control || !control.visible || !control.Window.window) return
+        const now = control.Window.activeFocusItem
+        if (!now || now === control.Window.contentItem) control.forceActiveFocus()
+    }
 
     contentItem: Loader {
         active: popover.visible

@@ -21,9 +21,19 @@ ListView {
     // The core lists at most fifty rows: keep them all alive, so Tab can walk
     // every row and scrolling never builds a delegate mid-frame.
     cacheBuffer: 2000
-    reuseItems: true
+    // No pool of delegates for reuse: a pooled delegate is hidden but lives on
+    // with the values it had when its row left the list, so the spinner of a
+    // group pushed past the cap while loading kept turning, and the panel
+    // drawing, for as long as it stayed open; and the pool held every such
+    // delegate. With the cache buffer above nearly every row is alive anyway,
+    // and a refresh costs the same without it (bench/list_frames).
+    reuseItems: false
     activeFocusOnTab: false
     keyNavigationEnabled: false
+    // No current item: the view would hand the focus to it whenever rows
+    // move, so a heading moved by Alt+Up lost the focus to the first group
+    // and a second Alt+Up moved another one. Focus stays on the item it is on.
+    currentIndex: -1
 
     Accessible.role: Accessible.List
     Accessible.name: "Pull requests"

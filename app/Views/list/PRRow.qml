@@ -69,7 +69,7 @@ FocusScope {
             + (checksMark.visible ? checksMark.implicitWidth + spacing : 0)
             + (reviewMark.visible ? reviewMark.implicitWidth + spacing : 0)
             + (conflictsMark.visible ? conflictsMark.implicitWidth + spacing : 0)
-            + (author.visible ? author.implicitWidth + spacing : 0) + spacing + 4
+            + (author.visible ? author.cappedWidth + spacing : 0) + spacing + 4
             + (preview.visible ? preview.implicitWidth + spacing : 0)
         x: 14 + 20
         width: parent.width - x - 14
@@ -131,11 +131,16 @@ FocusScope {
         }
         Text {
             id: author
+            // A long name gives way before the title does: it takes at most
+            // a quarter of the row and is cut at its end past that.
+            readonly property real cappedWidth: Math.min(implicitWidth, Math.ceil(layout.width / 4))
+            Layout.preferredWidth: cappedWidth
             visible: row.widthClass === "regular"
             text: row.author
             textFormat: Text.PlainText
             color: row.theme.secondary
             font.pixelSize: row.theme.callout
+            elide: Text.ElideRight
             maximumLineCount: 1
             Accessible.role: Accessible.StaticText
             Accessible.name: text

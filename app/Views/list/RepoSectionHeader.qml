@@ -53,7 +53,6 @@ FocusScope {
     onYChanged: reportLayout()
     onGroupFrameChanged: reportLayout()
     onRepoIdChanged: reportLayout()
-    ListView.onReused: reportLayout()
     Component.onCompleted: reportLayout()
 
     Accessible.role: Accessible.Heading
@@ -64,7 +63,7 @@ FocusScope {
     Accessible.onPressAction: header.menuRequested(row, 0, row.height)
 
     Keys.onPressed: (event) => {
-        if (event.key === Qt.Key_Menu) {
+        if (event.key === Qt.Key_Menu || (event.key === Qt.Key_F10 && (event.modifiers & Qt.ShiftModifier))) {
             header.menuRequested(row, 0, row.height)
             event.accepted = true
         } else if ((event.modifiers & Qt.AltModifier) && (event.key === Qt.Key_Up || event.key === Qt.Key_Down)) {

@@ -44,7 +44,20 @@ FormSection {
         }
     }
     Repeater {
+        id: rows
         model: section.panel.watchedRepos
+        // A removed row took the focus with it (or its menu or editor held
+        // it): once those have closed, the focus goes to the row that took
+        // its place, else the one before, else the add button, so the
+        // keyboard goes on from where the user was.
+        onItemRemoved: (index, item) => Qt.callLater(rows.refocus, index)
+        function refocus(index) {
+            const now = section.Window.activeFocusItem
+            if (now && now !== section.Window.contentItem) return
+            const next = rows.itemAt(Math.min(index, rows.count - 1))
+            if (next) next.takeFocus()
+            else add.forceActiveFocus()
+        }
         WatchedRepoRow {
             theme: section.theme
             panel: section.panel

@@ -42,6 +42,9 @@ FormRow {
     transform: Translate { y: row.shownTop - row.y }
     z: lifted || glide.running ? 1 : 0
 
+    /// Gives the keyboard focus to the row (its info button, the part Tab reaches).
+    function takeFocus() { info.forceActiveFocus() }
+
     function reportLayout() { drag.reportFrame(repoId, row, Qt.rect(0, 0, width, height)) }
     onYChanged: reportLayout()
     onWidthChanged: reportLayout()

@@ -47,11 +47,17 @@ Item {
                 theme: root.theme
                 widthClass: root.widthClass
             }
-            settings: ManageScreen {
+            // Built as it comes in, dropped once the list is back in front:
+            // with twenty repositories it holds megabytes no one sees from
+            // the list, where the panel spends its day.
+            settings: Loader {
                 anchors.fill: parent
-                panel: root.panel
-                theme: root.theme
-                widthClass: root.widthClass
+                active: root.panel.onSettings || root.push > 0
+                sourceComponent: ManageScreen {
+                    panel: root.panel
+                    theme: root.theme
+                    widthClass: root.widthClass
+                }
             }
         }
     }

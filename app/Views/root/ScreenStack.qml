@@ -1,6 +1,6 @@
 // The list and the settings screen side by side: the list moves a third of
 // the width out to the left and fades, the settings screen comes in from the
-// right. Both stay alive off screen; only the one in front takes input.
+// right. The list stays alive off screen; only the one in front takes input.
 // Each screen given here fills its slot.
 import QtQuick
 

@@ -44,6 +44,7 @@ packaged=$(dpkg-deb -c "$deb" | awk '$1 ~ /^-/ {print $6}' | sed 's|^\./usr/||' 
 depends=$(dpkg-deb -f "$deb" Depends) recommends=$(dpkg-deb -f "$deb" Recommends)
 [[ $depends == *libqt6gui6* && $depends == *qml6-module-qtquick-controls* ]] || fail "Depends: $depends"
 [[ $recommends == *gh* && ! $depends =~ (^|[ ,])gh([ ,]|$) ]] || fail "gh: Depends '$depends', Recommends '$recommends'"
+[[ $recommends == *fonts-noto-color-emoji* ]] || fail "no colour emoji font recommended: '$recommends'"
 
 [ $failures -eq 0 ] || { echo "$failures check(s) failed"; exit 1; }
 echo "all install checks passed"

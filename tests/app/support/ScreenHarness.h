@@ -49,6 +49,7 @@ public:
     void runCore(bool on) { runCore_ = on; }
 
     QQuickView& view() { return view_; }
+    const Model& model() const { return model_; }
     ui::PanelModel& panel() { return panel_; }
 
 private:
