@@ -22,6 +22,8 @@ add_library(VelmarShell STATIC
   ${CMAKE_CURRENT_LIST_DIR}/Views/BrowserIcons.h ${CMAKE_CURRENT_LIST_DIR}/Views/BrowserIcons.cpp
   ${CMAKE_CURRENT_LIST_DIR}/Views/PanelView.h ${CMAKE_CURRENT_LIST_DIR}/Views/PanelView.cpp
   ${CMAKE_CURRENT_LIST_DIR}/SingleInstance.h ${CMAKE_CURRENT_LIST_DIR}/SingleInstance.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/QuitSignals.h ${CMAKE_CURRENT_LIST_DIR}/QuitSignals.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/WindowFit.h ${CMAKE_CURRENT_LIST_DIR}/WindowFit.cpp
   ${CMAKE_CURRENT_LIST_DIR}/PortalSettings.h ${CMAKE_CURRENT_LIST_DIR}/PortalSettings.cpp)
 target_include_directories(VelmarShell PUBLIC ${CMAKE_CURRENT_LIST_DIR})
 target_link_libraries(VelmarShell PUBLIC VelmarCore VelmarEffects Qt6::Core Qt6::Gui Qt6::Qml

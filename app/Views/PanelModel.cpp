@@ -2,6 +2,8 @@
 // and the way back from QML into the Store.
 #include "PanelModel.h"
 
+#include <QTimer>
+
 #include <QJsonDocument>
 #include <QJsonObject>
 
@@ -89,6 +91,20 @@ QVariantMap PanelModel::statusMap(const ManageTexts::Status& status) {
     return {{QStringLiteral("state"), status.state}, {QStringLiteral("text"), status.text}};
 }
 
+void PanelModel::showNotice(const QString& text, double seconds) {
+    if (noticeTimer_ == nullptr) {
+        noticeTimer_ = new QTimer(this);
+        noticeTimer_->setSingleShot(true);
+        connect(noticeTimer_, &QTimer::timeout, this, [this] {
+            notice_.clear();
+            emit footerTextChanged();
+        });
+    }
+    notice_ = text;
+    noticeTimer_->start(int(seconds * 1000));
+    emit footerTextChanged();
+}
+
 void PanelModel::modelChanged() {
     const Model& model = store_.model();
     const Values before = now_;
@@ -100,7 +116,7 @@ void PanelModel::modelChanged() {
     if (before.autoRefresh != now_.autoRefresh) emit autoRefreshChanged();
     if (before.reposLoaded != now_.reposLoaded) emit reposLoadedChanged();
     if (before.hasRepos != now_.hasRepos) emit hasReposChanged();
-    if (before.footerText != now_.footerText) emit footerTextChanged();
+    if (before.footerText != now_.footerText && notice_.isEmpty()) emit footerTextChanged();
     if (before.windowTitle != now_.windowTitle) emit windowTitleChanged();
     if (before.gh != now_.gh || before.showsGhBanner != now_.showsGhBanner) emit ghChanged();
     if (before.brewInstalled != now_.brewInstalled) emit brewInstalledChanged();

@@ -9,6 +9,8 @@
 #include <QVariantList>
 #include <QVariantMap>
 
+class QTimer;
+
 #include "BrowserIcons.h"
 #include "DiffListModel.h"
 #include "RepoDragTracker.h"
@@ -87,7 +89,10 @@ public:
     bool autoRefresh() const { return now_.autoRefresh; }
     bool reposLoaded() const { return now_.reposLoaded; }
     bool hasRepos() const { return now_.hasRepos; }
-    QString footerText() const { return now_.footerText; }
+    /// A notice of the shell's own, when one is showing, else the core's text.
+    QString footerText() const { return notice_.isEmpty() ? now_.footerText : notice_; }
+    /// Shows `text` in the footer for `seconds`, over the core's own text.
+    void showNotice(const QString& text, double seconds = 15);
     QString windowTitle() const { return now_.windowTitle; }
     QString gh() const { return now_.gh; }
     bool ghInstalled() const { return now_.ghInstalled; }
@@ -188,6 +193,8 @@ private:
     Store& store_;
     BrowserIcons& icons_;
     Values now_;
+    QString notice_;
+    QTimer* noticeTimer_ = nullptr;
     DiffListModel rows_;
     DiffListModel browsers_;
     RepoDragTracker listDrag_;

@@ -4,7 +4,8 @@ if(TARGET VelmarEffects)
   find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Test)
   set(fake_github VELMAR_FAKE_GITHUB="${CMAKE_CURRENT_LIST_DIR}/fake_github/server.py")
   add_executable(effects_tests EffectsTestMain.cpp EffectsTestSupport.h EffectsTestSupport.cpp
-    SubprocessTest.cpp EffectRunnerTest.cpp LinksTest.cpp GhIntegrationTest.cpp)
+    SubprocessTest.cpp EffectRunnerTest.cpp LinksTest.cpp GhIntegrationTest.cpp
+    FileStoreTest.cpp)
   target_link_libraries(effects_tests PRIVATE VelmarEffects Qt6::Test GTest::gtest)
   target_compile_definitions(effects_tests PRIVATE ${fake_github})
   gtest_discover_tests(effects_tests DISCOVERY_TIMEOUT 60

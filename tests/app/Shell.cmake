@@ -1,8 +1,8 @@
 # The windowed application: unit tests, the delegate in-process, whole runs offscreen and on Xvfb.
-find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Test DBus)
+find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Test DBus Network)
 
 if(TARGET VelmarShell)
-  add_executable(shell_tests ${CMAKE_CURRENT_LIST_DIR}/StoreTest.cpp
+  add_executable(shell_tests ${CMAKE_CURRENT_LIST_DIR}/StoreTest.cpp ${CMAKE_CURRENT_LIST_DIR}/WindowFitTest.cpp
                  ${CMAKE_CURRENT_LIST_DIR}/ThemeTest.cpp ${CMAKE_CURRENT_LIST_DIR}/AutomationTest.cpp)
   target_link_libraries(shell_tests PRIVATE VelmarShell Qt6::Test GTest::gtest GTest::gtest_main)
   add_executable(shell_window_tests ${CMAKE_CURRENT_LIST_DIR}/AppDelegateTest.cpp)
@@ -12,7 +12,7 @@ if(TARGET VelmarShell)
   target_include_directories(view_tests PRIVATE ${CMAKE_CURRENT_LIST_DIR}/Views ${CMAKE_CURRENT_LIST_DIR})
   target_compile_definitions(view_tests PRIVATE
     VELMAR_FAKE_GITHUB="${CMAKE_CURRENT_LIST_DIR}/fake_github/server.py")
-  target_link_libraries(view_tests PRIVATE VelmarShell Qt6::Test GTest::gtest)
+  target_link_libraries(view_tests PRIVATE VelmarShell Qt6::Test Qt6::Network GTest::gtest)
   add_executable(desktop_tests ${CMAKE_CURRENT_LIST_DIR}/DesktopTest.cpp)
   target_link_libraries(desktop_tests PRIVATE VelmarShell Qt6::Test GTest::gtest)
   target_compile_definitions(desktop_tests PRIVATE
@@ -32,7 +32,8 @@ if(TARGET VelmarShell)
   add_test(NAME shell_placement COMMAND bash ${CMAKE_CURRENT_LIST_DIR}/PlacementTest.sh
                                         $<TARGET_FILE:velmar> ${CMAKE_CURRENT_LIST_DIR}/x11win.py)
   add_test(NAME shell_drag COMMAND bash ${CMAKE_CURRENT_LIST_DIR}/DragTest.sh $<TARGET_FILE:velmar>)
-  set_tests_properties(shell_snapshots shell_placement shell_drag PROPERTIES TIMEOUT 120)
+  add_test(NAME shell_quit COMMAND bash ${CMAKE_CURRENT_LIST_DIR}/QuitTest.sh $<TARGET_FILE:velmar>)
+  set_tests_properties(shell_snapshots shell_placement shell_drag shell_quit PROPERTIES TIMEOUT 120)
 
   # The desktop integration as a user meets it: the installed files and the
   # Debian package, one panel per home on Xvfb, "Auto" following a fake portal.
