@@ -11,6 +11,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <condition_variable>
@@ -108,10 +109,19 @@ std::vector<char*> pointers(std::vector<std::string>& strings) {
 void readToEnd(const std::shared_ptr<RunState>& state, int fd) {
     std::string collected;
     char buffer[65536];
+    bool over = false;
     for (;;) {
         const ssize_t n = ::read(fd, buffer, sizeof buffer);
         if (n > 0) {
-            collected.append(buffer, static_cast<std::size_t>(n));
+            if (over)
+                continue;  // drained and dropped until the group has gone
+            collected.append(buffer, std::min(static_cast<std::size_t>(n), maxOutput - collected.size()));
+            if (collected.size() >= maxOutput) {
+                // No answer of ours is this large: the child is ended, which
+                // its caller sees as a failed run.
+                over = true;
+                ::kill(-state->pid, SIGKILL);
+            }
         } else if (n == 0 || errno != EINTR) {
             break;
         }

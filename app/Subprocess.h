@@ -21,6 +21,10 @@ struct Result {
     bool operator==(const Result&) const = default;
 };
 
+/// The most standard output a run collects. A child that prints more has its
+/// group killed (so its status is 9) and its output cut here.
+inline constexpr std::size_t maxOutput = std::size_t(32) << 20;
+
 /// Absent exactly when the child could not be started.
 using Completion = std::function<void(std::optional<Result>)>;
 

@@ -2,9 +2,11 @@
 # SIGTERM, SIGINT and SIGHUP end the panel like its own Quit: status 0 within three seconds, a
 # gh that hangs in a fetch ended with its group, every stored file whole, no temporary file left,
 # and the next start is not refused as already running. Each signal idle during a fetch and with
-# twenty saves queued, and a second SIGTERM during the wait. Prints the signal-to-exit times.
+# twenty saves queued, a second SIGTERM during the wait, and once on X11 (Xvfb). Prints the
+# signal-to-exit times.
 set -uo pipefail
 velmar=$1
+[ -n "${DISPLAY:-}" ] || exec xvfb-run -a -s "-screen 0 1280x1024x24" bash "$0" "$@"
 work=$(mktemp -d) failures=0 started=()
 trap 'kill -9 "${started[@]}" 2>/dev/null; wait 2>/dev/null; rm -rf "$work"' EXIT
 mkdir -p "$work/bin" "$work/run" && chmod 700 "$work/run"
@@ -34,9 +36,10 @@ saves='['
 for i in $(seq 20); do saves+="{\"msg\":\"set_auto\",\"on\":$([ $((i % 2)) = 1 ] && echo true || echo false)},"; done
 saves="${saves%,}]"
 
-# row NAME SIGNALS SAVES: one start, a fetch hanging, SIGNALS sent (space-separated), checks.
+# row NAME SIGNALS SAVES [PLATFORM]: one start, a fetch hanging, SIGNALS sent (space-separated), checks.
 row() {
     local name=$1 signals=$2 with_saves=$3 home="$work/home-$1"
+    export QT_QPA_PLATFORM=${4:-offscreen}
     local config="$home/.config/velmar"
     mkdir -p "$config" && rm -f "$work/ghpids"
     printf 'onboarded\t1\n' >"$config/settings.tsv"
@@ -83,6 +86,7 @@ for s in TERM INT HUP; do
     row "$s-saves" "$s" yes
 done
 row "TERM-twice" "TERM TERM" yes
+row "TERM-x11" TERM yes xcb
 
 [ $failures -eq 0 ] || { echo "$failures check(s) failed"; cat "$work/err"; exit 1; }
 echo "all quit checks passed"

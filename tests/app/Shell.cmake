@@ -2,7 +2,7 @@
 find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Test DBus Network)
 
 if(TARGET VelmarShell)
-  add_executable(shell_tests ${CMAKE_CURRENT_LIST_DIR}/StoreTest.cpp ${CMAKE_CURRENT_LIST_DIR}/WindowFitTest.cpp
+  add_executable(shell_tests ${CMAKE_CURRENT_LIST_DIR}/StoreTest.cpp ${CMAKE_CURRENT_LIST_DIR}/WindowFitTest.cpp ${CMAKE_CURRENT_LIST_DIR}/InstanceGuardTest.cpp
                  ${CMAKE_CURRENT_LIST_DIR}/ThemeTest.cpp ${CMAKE_CURRENT_LIST_DIR}/AutomationTest.cpp)
   target_link_libraries(shell_tests PRIVATE VelmarShell Qt6::Test GTest::gtest GTest::gtest_main)
   add_executable(shell_window_tests ${CMAKE_CURRENT_LIST_DIR}/AppDelegateTest.cpp)

@@ -50,6 +50,9 @@ TEST(subprocess, reports_status_and_output_of_the_child) {
         {{"printf quick"}, 0, "quick", std::nullopt, 0.2},
         {{"(sleep 1; printf late) & printf early"}, 0, "earlylate"},
         {{"head -c 20971520 /dev/zero | tr '\\0' x"}, 0, "20971520 bytes"},
+        // Past the cap the child's group is killed and the output cut.
+        {{"head -c 41943040 /dev/zero | tr '\\0' x"}, 9, "33554432 bytes"},
+        {{"trap '' TERM; while :; do printf %065536d 0; done"}, 9, "33554432 bytes"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.arguments[0]);
