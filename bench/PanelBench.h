@@ -9,10 +9,10 @@
 #include <string>
 
 #include "Store.h"
-#include "Views/BrowserIcons.h"
-#include "Views/PanelModel.h"
-#include "Views/PanelView.h"
-#include "Views/Theme.h"
+#include "BrowserIcons.h"
+#include "PanelModel.h"
+#include "PanelView.h"
+#include "Theme.h"
 
 namespace velmar::bench {
 
@@ -20,11 +20,12 @@ struct PanelBench {
     Store store;
     ui::Theme theme{std::nullopt};
     ui::BrowserIcons icons{[](const std::string&) { return std::nullopt; }};
-    ui::PanelModel panel{store, icons};
+    ui::PanelModel panel{store.model(), [this](const Msg& msg) { store.send(msg); }, icons};
     QQuickView view;
 
     /// `repos` is the repos file's text.
     explicit PanelBench(const std::string& repos) {
+        QObject::connect(&store, &Store::changed, [this] { panel.show(store.model()); });
         store.send(msg::HomeResolved{"/nonexistent"});
         store.send(msg::FileRead{ConfigFile::settings, "auto\t0\nview\tlist\nonboarded\t1\nappearance\tdark\n"});
         store.send(msg::FileRead{ConfigFile::browsers, std::nullopt});

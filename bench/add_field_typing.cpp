@@ -19,10 +19,10 @@
 
 #include "Model.h"
 #include "Store.h"
-#include "Views/BrowserIcons.h"
-#include "Views/PanelModel.h"
-#include "Views/PanelView.h"
-#include "Views/Theme.h"
+#include "BrowserIcons.h"
+#include "PanelModel.h"
+#include "PanelView.h"
+#include "Theme.h"
 
 using namespace velmar;
 using Clock = std::chrono::steady_clock;
@@ -82,7 +82,8 @@ int main(int argc, char** argv) {
     store.send(msg::Boot{});
     ui::Theme theme(std::nullopt);
     ui::BrowserIcons icons([](const std::string&) { return std::optional<QImage>(); });
-    ui::PanelModel panel(store, icons);
+    ui::PanelModel panel(store.model(), [&](const Msg& msg) { store.send(msg); }, icons);
+    QObject::connect(&store, &Store::changed, [&] { panel.show(store.model()); });
     QQuickView view;
     for (const QString& error : ui::loadPanel(view, panel, theme, icons)) std::fprintf(stderr, "%s\n", qPrintable(error));
     view.resize(360, 620);

@@ -8,4 +8,4 @@ build=${1:-$here/build}
 rounds=${2:-10}
 [ -d "$build" ] || cmake -S "$here" -B "$build" -G Ninja >/dev/null
 cmake --build "$build" --target add_field_bench >/dev/null
-exec "$build/tests/app/add_field_bench" "$rounds"
+exec "$build/bench/add_field_bench" "$rounds"

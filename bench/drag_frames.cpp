@@ -21,11 +21,11 @@
 
 #include "PanelBench.h"
 #include "Store.h"
-#include "Views/BrowserIcons.h"
-#include "Views/HitTest.h"
-#include "Views/PanelModel.h"
-#include "Views/PanelView.h"
-#include "Views/Theme.h"
+#include "BrowserIcons.h"
+#include "HitTest.h"
+#include "PanelModel.h"
+#include "PanelView.h"
+#include "Theme.h"
 
 using namespace velmar;
 

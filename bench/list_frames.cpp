@@ -21,10 +21,10 @@
 
 #include "PanelBench.h"
 #include "Store.h"
-#include "Views/BrowserIcons.h"
-#include "Views/PanelModel.h"
-#include "Views/PanelView.h"
-#include "Views/Theme.h"
+#include "BrowserIcons.h"
+#include "PanelModel.h"
+#include "PanelView.h"
+#include "Theme.h"
 
 using namespace velmar;
 

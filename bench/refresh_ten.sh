@@ -9,4 +9,4 @@ build=${1:-$here/build}
 rounds=${2:-9}
 [ -d "$build" ] || cmake -S "$here" -B "$build" -G Ninja >/dev/null
 cmake --build "$build" --target refresh_bench >/dev/null
-exec "$build/tests/app/refresh_bench" "$rounds"
+exec "$build/bench/refresh_bench" "$rounds"

@@ -10,7 +10,7 @@
 #include <QTest>
 
 #include "ScreenHarness.h"
-#include "Views/ByteCapValidator.h"
+#include "ByteCapValidator.h"
 
 namespace velmar::testing {
 namespace {

@@ -6,7 +6,7 @@
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>
 
-#include "Views/DiffListModel.h"
+#include "DiffListModel.h"
 
 using velmar::ui::DiffListModel;
 

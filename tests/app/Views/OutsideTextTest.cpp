@@ -11,7 +11,7 @@
 #include <QTest>
 
 #include "ScreenHarness.h"
-#include "Views/PanelView.h"
+#include "PanelView.h"
 
 namespace velmar::testing {
 namespace {

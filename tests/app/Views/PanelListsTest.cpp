@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "ScreenHarness.h"
-#include "Views/PanelLists.h"
-#include "Views/RepoGroup.h"
+#include "PanelLists.h"
+#include "RepoGroup.h"
 
 namespace velmar::testing {
 namespace {

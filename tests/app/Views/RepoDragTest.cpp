@@ -7,7 +7,7 @@
 #include <limits>
 
 #include "Model.h"
-#include "Views/RepoDrag.h"
+#include "RepoDrag.h"
 
 namespace velmar::ui::reorder {
 

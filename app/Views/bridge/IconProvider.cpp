@@ -21,7 +21,7 @@ QImage IconProvider::requestImage(const QString& id, QSize* size, const QSize& r
 
     QImage image(out, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
-    QSvgRenderer renderer(QStringLiteral(":/velmar/Views/icons/%1.svg").arg(name));
+    QSvgRenderer renderer(QStringLiteral(":/qt/qml/Velmar/Views/icons/%1.svg").arg(name));
     if (!renderer.isValid()) return image;
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);

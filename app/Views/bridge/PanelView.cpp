@@ -10,7 +10,6 @@
 #include <QVariantMap>
 
 #include "BrowserIcons.h"
-#include "ByteCapValidator.h"
 #include "IconProvider.h"
 #include "PanelModel.h"
 #include "Theme.h"
@@ -54,7 +53,8 @@ void refuseNetwork(QQmlEngine& engine) {
 
 QStringList loadPanel(QQuickView& view, PanelModel& panel, Theme& theme, const BrowserIcons& icons,
                       PanelChrome chrome) {
-    registerViewTypes();
+    // The module's files and types come from the resources compiled in.
+    view.engine()->addImportPath(QStringLiteral("qrc:/qt/qml"));
     view.setResizeMode(QQuickView::SizeRootObjectToView);
     refuseNetwork(*view.engine());
     view.engine()->addImageProvider(QStringLiteral("icon"), new IconProvider);
@@ -65,7 +65,7 @@ QStringList loadPanel(QQuickView& view, PanelModel& panel, Theme& theme, const B
         {QStringLiteral("chrome"), QVariantMap{{QStringLiteral("titlebarHeight"), chrome.titlebarHeight},
                                                {QStringLiteral("leadingInset"), chrome.leadingInset}}},
     });
-    view.setSource(QUrl(QStringLiteral("qrc:/velmar/Views/RootView.qml")));
+    view.setSource(QUrl(QStringLiteral("qrc:/qt/qml/Velmar/Views/RootView.qml")));
     QStringList errors;
     for (const QQmlError& error : view.errors()) errors.append(error.toString());
     return errors;

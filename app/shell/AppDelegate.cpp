@@ -1,6 +1,8 @@
 // Start-up order, menu, window placement, appearance tracking and timers.
 #include "AppDelegate.h"
 
+#include "DesktopIcons.h"
+
 #include <QAction>
 #include <QGuiApplication>
 #include <QKeySequence>
@@ -24,8 +26,8 @@
 #include "FileStore.h"
 #include "Formats.h"
 #include "Snapshot.h"
+#include "PanelView.h"
 #include "Subprocess.h"
-#include "Views/PanelView.h"
 #include "WindowFit.h"
 #include "WindowPlacement.h"
 
@@ -77,7 +79,10 @@ constexpr double headerLeadingInset = 12;
 AppDelegate::AppDelegate(QObject* parent)
     : QObject(parent),
       theme_(ui::parseMaterial(std::getenv("VELMAR_MATERIAL"))),
-      panel_(store_, icons_) {}
+      icons_(browserIcon),
+      panel_(store_.model(), [this](const Msg& msg) { store_.send(msg); }, icons_) {
+    connect(&store_, &Store::changed, this, [this] { panel_.show(store_.model()); });
+}
 
 AppDelegate::~AppDelegate() = default;
 

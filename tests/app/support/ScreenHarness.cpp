@@ -7,7 +7,7 @@
 #include <functional>
 
 #include "Json.h"
-#include "Views/PanelView.h"
+#include "PanelView.h"
 
 namespace velmar::testing {
 
@@ -31,25 +31,18 @@ std::optional<QImage> fakeIcon(const std::string& app) {
 }  // namespace
 
 ScreenHarness::ScreenHarness()
-    : store_(
-          [this](const Model& model, const Msg& msg) -> std::pair<Model, Effects> {
-              if (seed_) {
-                  Model next = std::move(*seed_);
-                  seed_.reset();
-                  return {std::move(next), {}};
-              }
-              sent_.push_back(msg);
-              if (runCore_) return {update(model, msg).first, {}};
-              return {model, {}};
-          },
-          nullptr),
-      theme_(std::nullopt),
+    : theme_(std::nullopt),
       icons_(fakeIcon),
-      panel_(store_, icons_) {}
+      panel_(model_, [this](const Msg& msg) { sent(msg); }, icons_) {}
+
+void ScreenHarness::sent(const Msg& msg) {
+    sent_.push_back(msg);
+    if (runCore_) setModel(update(model_, msg).first);
+}
 
 void ScreenHarness::setModel(const Model& model) {
-    seed_ = model;
-    store_.send(msg::Boot{});
+    model_ = model;
+    panel_.show(model_);
 }
 
 void ScreenHarness::show(const Model& model, int width, bool dark) {

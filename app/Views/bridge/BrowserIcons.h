@@ -19,17 +19,15 @@ public:
     /// Finds the icon of the browser stored as `app`; absent when it has none.
     using Lookup = std::function<std::optional<QImage>(const std::string& app)>;
 
-    explicit BrowserIcons(Lookup lookup = fromDesktopEntry);
+    /// The shell hands in the lookup that reads the desktop's files, so the
+    /// screens themselves never touch the file system.
+    explicit BrowserIcons(Lookup lookup);
 
     /// Whether `app` has an icon; the first call for a name looks it up.
     /// An empty name (the system default) never has one. Main thread only.
     bool has(const std::string& app);
     /// The cached icon of `app`, or a null image; safe from any thread.
     QImage image(const std::string& app) const;
-
-    /// The lookup of a running desktop: the browser's desktop entry, then its
-    /// Icon= through the icon theme (or as a file when it is a path).
-    static std::optional<QImage> fromDesktopEntry(const std::string& app);
 
 private:
     Lookup lookup_;

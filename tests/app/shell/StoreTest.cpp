@@ -7,7 +7,7 @@
 #include <set>
 
 #include "Store.h"
-#include "Views/PanelModel.h"
+#include "PanelModel.h"
 
 using namespace velmar;
 
@@ -79,21 +79,21 @@ TEST(panel_model, notifies_only_the_properties_whose_value_changed) {
         {[](Model& m) { m.nextRepoId = 9; }, {}},
     };
     for (auto [change, expected] : rows) {
-        Store store(answer(change), nullptr);
+        const Model before;
         ui::BrowserIcons icons([](const std::string&) { return std::nullopt; });
-        ui::PanelModel panel(store, icons);
+        ui::PanelModel panel(before, [](const Msg&) {}, icons);
         std::vector<std::unique_ptr<QSignalSpy>> spies;
         const QMetaObject* meta = panel.metaObject();
         for (int i = meta->methodOffset(); i < meta->methodCount(); ++i)
             if (meta->method(i).methodType() == QMetaMethod::Signal)
                 spies.push_back(std::make_unique<QSignalSpy>(&panel, meta->method(i)));
         // The footer's wording is the core's; it only has to be told when it changes.
-        Model after = store.model();
+        Model after = before;
         change(after);
-        if (ui::PanelModel::derive(store.model()).footerText != ui::PanelModel::derive(after).footerText)
+        if (ui::PanelModel::derive(before).footerText != ui::PanelModel::derive(after).footerText)
             expected.insert("footerTextChanged");
 
-        store.send(msg::Refresh{});
+        panel.show(after);
 
         std::set<std::string> notified;
         for (const auto& spy : spies)

@@ -1,4 +1,4 @@
-// The screens' one window onto the Store: values derived from the Model as
+// The screens' one window onto the core's Model: values derived from the Model as
 // properties, each notified only when its own value changed; the lists as
 // models updated by difference; and `send`, the one way back into the core.
 // Holds no state of its own beyond the last values it told.
@@ -8,6 +8,8 @@
 #include <QString>
 #include <QVariantList>
 #include <QVariantMap>
+#include <functional>
+#include <vector>
 
 class QTimer;
 
@@ -16,7 +18,8 @@ class QTimer;
 #include "RepoDragTracker.h"
 #include "RepoGroup.h"
 #include "ManageTexts.h"
-#include "Store.h"
+#include "Model.h"
+#include "Msg.h"
 
 namespace velmar::ui {
 
@@ -81,7 +84,16 @@ class PanelModel : public QObject {
     /// Every known browser with its switch (roles: PanelLists::browserSwitchRoles).
     Q_PROPERTY(velmar::ui::DiffListModel* browserSwitches READ browserSwitches CONSTANT)
 public:
-    PanelModel(Store& store, BrowserIcons& icons, QObject* parent = nullptr);
+    /// How the screens' messages reach the core.
+    using Send = std::function<void(const Msg&)>;
+
+    /// Shows `model` and sends through `send`; later models arrive by `show`.
+    PanelModel(const Model& model, Send send, BrowserIcons& icons, QObject* parent = nullptr);
+
+    /// Shows `model`: derives every property and list again and notifies
+    /// only what changed.
+    void show(const Model& model);
+
 
     bool onSettings() const { return now_.onSettings; }
     bool showsOnboarding() const { return now_.showsOnboarding; }
@@ -186,12 +198,12 @@ signals:
     void editTextChanged();
 
 private:
-    void modelChanged();
     void updateLists(const Model& model);
     static QVariantMap statusMap(const ManageTexts::Status& status);
 
-    Store& store_;
+    Send send_;
     BrowserIcons& icons_;
+    std::vector<std::int64_t> repoOrder_;  // the watch list's ids, for moveRepoBy
     Values now_;
     QString notice_;
     QTimer* noticeTimer_ = nullptr;

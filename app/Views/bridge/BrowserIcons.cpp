@@ -1,20 +1,12 @@
 // Browser icon lookup and its cache.
 #include "BrowserIcons.h"
 
-#include <QFileInfo>
-#include <QIcon>
 #include <QUrl>
 #include <array>
 #include <vector>
 
-#include "BrowserTable.h"
-#include "DesktopEntry.h"
 
 namespace velmar::ui {
-
-namespace {
-constexpr int iconPixels = 64;  // tiles are 22 points; this stays sharp at scale 2 and beyond
-}
 
 BrowserIcons::BrowserIcons(Lookup lookup) : lookup_(std::move(lookup)) {}
 
@@ -34,38 +26,6 @@ QImage BrowserIcons::image(const std::string& app) const {
     std::lock_guard lock(mutex_);
     auto it = cache_.find(app);
     return it != cache_.end() && it->second ? *it->second : QImage();
-}
-
-std::optional<QImage> BrowserIcons::fromDesktopEntry(const std::string& app) {
-    const LinuxBrowser* row = findLinuxBrowser(app);
-    if (row == nullptr) return std::nullopt;
-    const auto dirs = DesktopEntry::applicationDirs();
-    const auto entry = DesktopEntry::find(dirs, row->desktopIds);
-    if (!entry || entry->icon.empty()) return std::nullopt;
-
-    const QString name = QString::fromStdString(entry->icon);
-    QIcon icon;
-    if (QFileInfo(name).isAbsolute()) {
-        icon = QIcon(name);
-    } else {
-        // Without a desktop theme (a bare session, offscreen) the shared
-        // hicolor theme still holds most applications' icons.
-        if (QIcon::themeName().isEmpty()) QIcon::setThemeName(QStringLiteral("hicolor"));
-        icon = QIcon::fromTheme(name);
-        if (icon.isNull()) {
-            for (const char* suffix : {".svg", ".png", ".xpm"}) {
-                const QString file = QStringLiteral("/usr/share/pixmaps/") + name + QLatin1String(suffix);
-                if (QFileInfo::exists(file)) {
-                    icon = QIcon(file);
-                    break;
-                }
-            }
-        }
-    }
-    if (icon.isNull()) return std::nullopt;
-    QImage image = icon.pixmap(iconPixels, iconPixels).toImage();
-    if (image.isNull()) return std::nullopt;
-    return image;
 }
 
 BrowserIconProvider::BrowserIconProvider(const BrowserIcons& icons)

@@ -13,9 +13,9 @@
 #include "PortalSettings.h"
 #include "Records.h"
 #include "Store.h"
-#include "Views/BrowserIcons.h"
-#include "Views/PanelModel.h"
-#include "Views/Theme.h"
+#include "BrowserIcons.h"
+#include "PanelModel.h"
+#include "Theme.h"
 
 class QAction;
 class QQuickView;

@@ -186,10 +186,3 @@ TEST_F(AppDelegateTest, a_repository_added_and_given_a_pattern_is_stored) {
     ASSERT_TRUE(QTest::qWaitFor([&] { return stored() == "acme/web\thttps://web-{number}.example.com\n"; }, 3000))
         << stored();
 }
-
-int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QGuiApplication app(argc, argv);
-    ::testing::InitGoogleTest(&argc, argv);
-    return RUN_ALL_TESTS();
-}

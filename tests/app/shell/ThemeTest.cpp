@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "Appearance.h"
-#include "Views/Theme.h"
+#include "Theme.h"
 
 using namespace velmar;
 using namespace velmar::ui;

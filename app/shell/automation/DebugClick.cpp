@@ -14,7 +14,7 @@
 #include <cstdlib>
 
 #include "DebugEnv.h"
-#include "Views/HitTest.h"
+#include "HitTest.h"
 
 // QtGui's own entry for offering a key to the shortcuts before it is
 // delivered, as the window system's keys are (QtTest uses it the same way).

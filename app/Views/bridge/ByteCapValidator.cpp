@@ -60,12 +60,4 @@ void ByteCapValidator::setHeld(const QString& held) {
     emit changed();
 }
 
-void registerViewTypes() {
-    static const bool once = [] {
-        qmlRegisterType<ByteCapValidator>("Velmar.Views", 1, 0, "ByteCapValidator");
-        return true;
-    }();
-    (void)once;
-}
-
 }  // namespace velmar::ui

@@ -1,6 +1,5 @@
-// The panel's screens in-process, offscreen, over a Store whose model the
-// test chooses and whose step records every message instead of running the
-// core; and lookups through the accessibility interface, as a screen reader
+// The panel's screens in-process, offscreen, showing a model the test
+// chooses and recording every message instead of running the core; and lookups through the accessibility interface, as a screen reader
 // would see the panel.
 #pragma once
 
@@ -11,10 +10,9 @@
 #include <vector>
 
 #include "Model.h"
-#include "Store.h"
-#include "Views/BrowserIcons.h"
-#include "Views/PanelModel.h"
-#include "Views/Theme.h"
+#include "BrowserIcons.h"
+#include "PanelModel.h"
+#include "Theme.h"
 
 /// QStrings in test failures as their text.
 inline void PrintTo(const QString& text, std::ostream* out) { *out << '"' << text.toStdString() << '"'; }
@@ -54,10 +52,11 @@ public:
     ui::PanelModel& panel() { return panel_; }
 
 private:
-    std::optional<Model> seed_;
+    void sent(const Msg& msg);
+
+    Model model_;
     bool runCore_ = false;
     std::vector<Msg> sent_;
-    Store store_;
     ui::Theme theme_;
     ui::BrowserIcons icons_;
     ui::PanelModel panel_;

@@ -8,11 +8,13 @@
 
 #include <QString>
 #include <QValidator>
+#include <QtQml/qqmlregistration.h>
 
 namespace velmar::ui {
 
 class ByteCapValidator : public QValidator {
     Q_OBJECT
+    QML_ELEMENT
     Q_PROPERTY(int maxBytes READ maxBytes WRITE setMaxBytes NOTIFY maxBytesChanged)
     /// The text the field holds now; bind it to the field's text.
     Q_PROPERTY(QString held READ held WRITE setHeld NOTIFY heldChanged)
@@ -46,8 +48,5 @@ private:
     QString held_;
     qsizetype heldBytes_ = 0;
 };
-
-/// Makes the panel's own QML types known to the engine ("Velmar.Views").
-void registerViewTypes();
 
 }  // namespace velmar::ui

@@ -199,10 +199,3 @@ TEST(single_instance, a_primary_that_ends_cleanly_leaves_the_folder_free) {
         EXPECT_TRUE(QFile::exists(instance.socketPath()));
     }
 }
-
-int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QGuiApplication app(argc, argv);
-    ::testing::InitGoogleTest(&argc, argv);
-    return RUN_ALL_TESTS();
-}

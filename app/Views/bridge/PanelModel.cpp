@@ -1,5 +1,5 @@
 // Derivation of the panel's properties and lists, the change notifications,
-// and the way back from QML into the Store.
+// and the way back from QML into the core.
 #include "PanelModel.h"
 
 #include <QTimer>
@@ -15,11 +15,11 @@
 
 namespace velmar::ui {
 
-PanelModel::PanelModel(Store& store, BrowserIcons& icons, QObject* parent)
+PanelModel::PanelModel(const Model& model, Send send, BrowserIcons& icons, QObject* parent)
     : QObject(parent),
-      store_(store),
+      send_(std::move(send)),
       icons_(icons),
-      now_(derive(store.model())),
+      now_(derive(model)),
       rows_(PanelLists::prRoles(), this),
       browsers_(PanelLists::browserRoles(), this),
       listDrag_(0.3, 0),
@@ -30,9 +30,8 @@ PanelModel::PanelModel(Store& store, BrowserIcons& icons, QObject* parent)
     // Both lists end a drag the same way: one move to the target index,
     // which counts the groups shown, a prefix of the watch list.
     for (RepoDragTracker* drag : {&listDrag_, &manageDrag_})
-        drag->setOnDrop([this](reorder::Id id, int target) { store_.send(msg::MoveRepo{id, target}); });
-    updateLists(store_.model());
-    connect(&store_, &Store::changed, this, &PanelModel::modelChanged);
+        drag->setOnDrop([this](reorder::Id id, int target) { send_(msg::MoveRepo{id, target}); });
+    updateLists(model);
 }
 
 PanelModel::Values PanelModel::derive(const Model& model) {
@@ -76,6 +75,7 @@ void PanelModel::updateLists(const Model& model) {
     listDrag_.setEnabled(model.screen == Screen::list && !model.showsOnboarding());
     listDrag_.setIds(std::move(groupIds));
     manageDrag_.setEnabled(model.screen == Screen::manage && !model.showsOnboarding());
+    repoOrder_ = repoIds;
     manageDrag_.setIds(std::move(repoIds));
 
     rows_.update(PanelLists::prRows(model, groups));
@@ -105,8 +105,7 @@ void PanelModel::showNotice(const QString& text, double seconds) {
     emit footerTextChanged();
 }
 
-void PanelModel::modelChanged() {
-    const Model& model = store_.model();
+void PanelModel::show(const Model& model) {
     const Values before = now_;
     now_ = derive(model);
     updateLists(model);
@@ -133,10 +132,9 @@ void PanelModel::modelChanged() {
 bool PanelModel::moveRepoBy(const QVariant& id, int delta) {
     bool ok = false;
     const qint64 key = id.toLongLong(&ok);
-    const std::vector<Repo>& repos = store_.model().repos;
-    const auto it = std::find_if(repos.begin(), repos.end(), [&](const Repo& r) { return r.id == key; });
-    if (!ok || it == repos.end()) return false;
-    store_.send(msg::MoveRepo{key, std::int64_t(it - repos.begin()) + delta});
+    const auto it = std::find(repoOrder_.begin(), repoOrder_.end(), key);
+    if (!ok || it == repoOrder_.end()) return false;
+    send_(msg::MoveRepo{key, std::int64_t(it - repoOrder_.begin()) + delta});
     return true;
 }
 
@@ -151,8 +149,13 @@ bool PanelModel::send(const QVariantMap& message) {
     const QByteArray json = QJsonDocument(QJsonObject::fromVariantMap(message)).toJson(QJsonDocument::Compact);
     DecodeResult decoded = decodeMsg(std::string_view(json.constData(), std::size_t(json.size())));
     Msg* msg = std::get_if<Msg>(&decoded);
-    if (msg == nullptr) return false;
-    store_.send(*msg);
+    if (msg == nullptr) {
+        // A screen that sends what the core cannot read is a fault of the
+        // screen: say so loudly, since nothing else will.
+        qWarning("velmar: undecodable message from the screens: %s", json.constData());
+        return false;
+    }
+    send_(*msg);
     return true;
 }
 
