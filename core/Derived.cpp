@@ -64,8 +64,6 @@ const Browser* Model::browser(std::int64_t id) const {
     return nullptr;
 }
 
-std::vector<Repo> Model::orderedRepos() const { return repos; }
-
 std::vector<ListRow> Model::listRows() const {
     // Every repository adds at least its header, so the list is full before
     // the repository after the first `maxRows` is reached; only those can
@@ -140,7 +138,7 @@ std::vector<std::string> Model::shownKeys() const {
     return keys;
 }
 
-std::vector<PreviewMenuItem> Model::previewMenu(const PR&) const {
+std::vector<PreviewMenuItem> Model::previewMenu() const {
     std::vector<PreviewMenuItem> items;
     const Browser* selected = selectedBrowserEntry();
     items.push_back(menu::Open{

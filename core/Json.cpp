@@ -720,12 +720,19 @@ std::string dumpCompact(const Json& value) {
     return value.dump(-1, ' ', false, Json::error_handler_t::strict);
 }
 
-void PrintTo(const Msg& m, std::ostream* os) {
-    *os << toJson(m).dump(-1, ' ', false, Json::error_handler_t::replace);
+namespace {
+template <typename T>
+void printJson(const T& value, std::ostream* os) {
+    // Replace rather than throw: a test that fails on bad UTF-8 must still print.
+    *os << toJson(value).dump(-1, ' ', false, Json::error_handler_t::replace);
 }
+}  // namespace
 
-void PrintTo(const Effect& e, std::ostream* os) {
-    *os << toJson(e).dump(-1, ' ', false, Json::error_handler_t::replace);
-}
+void PrintTo(const Msg& m, std::ostream* os) { printJson(m, os); }
+void PrintTo(const Effect& e, std::ostream* os) { printJson(e, os); }
+void PrintTo(const Model& m, std::ostream* os) { printJson(m, os); }
+void PrintTo(const Repo& r, std::ostream* os) { printJson(r, os); }
+void PrintTo(const PR& p, std::ostream* os) { printJson(p, os); }
+void PrintTo(const Browser& b, std::ostream* os) { printJson(b, os); }
 
 }  // namespace velmar

@@ -65,9 +65,15 @@ DecodeResult decodeMsg(const Json& value);
 /// cannot be encoded (invalid UTF-8).
 std::string dumpCompact(const Json&);
 
-/// GoogleTest printers: a message or an effect reads as its compact JSON form.
+/// GoogleTest printers: a message, an effect, the model or one of its
+/// records reads as its compact JSON form, so a failed whole-value comparison
+/// shows something a person can diff.
 void PrintTo(const Msg&, std::ostream*);
 void PrintTo(const Effect&, std::ostream*);
+void PrintTo(const Model&, std::ostream*);
+void PrintTo(const Repo&, std::ostream*);
+void PrintTo(const PR&, std::ostream*);
+void PrintTo(const Browser&, std::ostream*);
 
 namespace detail {
 template <typename T, typename Variant> struct IsAlternative;

@@ -124,12 +124,11 @@ struct Model {
     const PR* pr(std::int64_t id) const;
     const Repo* repo(std::int64_t id) const;
     const Browser* browser(std::int64_t id) const;
-    std::vector<Repo> orderedRepos() const;
     std::vector<ListRow> listRows() const;
     std::vector<Browser> visibleBrowsers() const;
     const Browser* selectedBrowserEntry() const;
     std::vector<std::string> shownKeys() const;
-    std::vector<PreviewMenuItem> previewMenu(const PR& pr) const;
+    std::vector<PreviewMenuItem> previewMenu() const;
     std::string launcherApp(std::optional<std::int64_t> browserId) const;
     /// The `app` of the selected browser, or empty.
     std::string selectedApp() const;

@@ -68,15 +68,4 @@ std::string configPath(ConfigFile file, std::string_view home) {
     return std::string(home) + "/.config/velmar/" + fileName(file);
 }
 
-const std::array<BrowserCandidate, 8> BrowserCandidate::macOS{{
-    {"Safari", "Safari"},
-    {"Google Chrome", "Google Chrome"},
-    {"Arc", "Arc"},
-    {"Firefox", "firefox"},
-    {"Brave Browser", "Brave Browser"},
-    {"Microsoft Edge", "Microsoft Edge"},
-    {"Vivaldi", "Vivaldi"},
-    {"Chromium", "Chromium"},
-}};
-
 }  // namespace velmar

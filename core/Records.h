@@ -121,16 +121,6 @@ struct DetectedBrowser {
     bool operator==(const DetectedBrowser&) const = default;
 };
 
-/// One row of a table of known browsers: the launcher's name and the
-/// executable's file name.
-struct BrowserCandidate {
-    std::string_view app;
-    std::string_view process;
-    bool operator==(const BrowserCandidate&) const = default;
-
-    static const std::array<BrowserCandidate, 8> macOS;
-};
-
 struct Suggestion {
     std::string name;
     bool mine = false;

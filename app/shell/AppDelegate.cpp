@@ -1,9 +1,8 @@
-// Start-up order, menu, window placement, appearance tracking and timers.
+// Start-up order, keys, window placement, appearance tracking and timers.
 #include "AppDelegate.h"
 
 #include "DesktopIcons.h"
 
-#include <QAction>
 #include <QGuiApplication>
 #include <QKeySequence>
 #include <QMoveEvent>
@@ -87,33 +86,32 @@ AppDelegate::AppDelegate(QObject* parent)
 AppDelegate::~AppDelegate() = default;
 
 void AppDelegate::start() {
-    // 1. Effects go to the runner, which is made on first use.
+    // Effects go to the runner, which is made on first use.
     store_.setPerform([this](const Effect& effect) { performEffect(effect); });
 
-    // 2-3. The saved frame, read synchronously: the window needs it before it
+    // The saved frame, read synchronously: the window needs it before it
     // can exist, and the core remembers it so it is not written back at once.
     std::optional<WindowFrame> saved;
     if (auto text = readConfig(ConfigFile::window))
         saved = Formats::parseWindow(*text);
     store_.send(msg::WindowRestored{saved});
 
-    // 4. The appearance to use until the core has read the settings itself.
+    // The appearance to use until the core has read the settings itself.
     if (auto text = readConfig(ConfigFile::settings))
         bootAppearance_ = Formats::parseSettings(*text).appearance;
 
-    // 5. From here on the forced value, the boot value or the model decides.
+    // From here on the forced value, the boot value or the model decides.
     forcedAppearance_ = PanelAppearance::parseForced(std::getenv("VELMAR_APPEARANCE"));
     trackAppearance();
     connect(&store_, &Store::changed, this, &AppDelegate::trackAppearance);
     connect(&portal_, &PortalSettings::changed, this, &AppDelegate::trackAppearance);
 
-    // 6-8.
-    buildMainMenu();
+    // The window, with the panel and its keys, placed where it was left.
     createWindow(saved);
     window_->show();
     window_->requestActivate();
 
-    // 9. The second placement waits until the window has been laid out; only
+    // The second placement waits until the window has been laid out; only
     // after it do moves count as the user's.
     QTimer::singleShot(0, this, [this, saved] {
         applyPlacement(saved);
@@ -121,7 +119,8 @@ void AppDelegate::start() {
         placementEcho_ = currentFrame();
     });
 
-    // 10-12.
+    // Only now the core starts its work, the ticks begin and the automation, if
+    // asked for, gets the window it acts on.
     store_.send(msg::Boot{});
     startTimers();
     Snapshot::scheduleIfRequested(window_.get());
@@ -174,16 +173,13 @@ void AppDelegate::createWindow(const std::optional<WindowFrame>& saved) {
             [this] { window_->setTitle(panel_.windowTitle()); });
     connect(&theme_, &ui::Theme::changed, this,
             [this] { window_->setColor(theme_.backdropBase()); });
-    // An action's own key works only through a widget menu bar, which a Qt
-    // Quick application does not have; a window shortcut per keyed item makes
-    // the keys work from anywhere in the window, whatever has focus.
-    for (const MenuSection& section : menu_)
-        for (QAction* action : section.items) {
-            if (action->shortcut().isEmpty()) continue;
-            auto* shortcut = new QShortcut(action->shortcut(), window_.get());
-            shortcut->setContext(Qt::ApplicationShortcut);
-            connect(shortcut, &QShortcut::activated, action, &QAction::trigger);
-        }
+    // A Qt Quick window has no menu bar to carry keys, so each key is a
+    // shortcut of the window that works whatever has focus.
+    for (WindowShortcut& entry : shortcuts()) {
+        auto* shortcut = new QShortcut(entry.key, window_.get());
+        shortcut->setContext(Qt::ApplicationShortcut);
+        connect(shortcut, &QShortcut::activated, this, std::move(entry.run));
+    }
     window_->installEventFilter(this);
     applyPlacement(saved);
 }
@@ -256,66 +252,20 @@ void AppDelegate::trackAppearance() {
     theme_.setIncreasedContrast(portal_.highContrast());
 }
 
-// ---- Menu ----
+// ---- Keys ----
 
-void AppDelegate::buildMainMenu() {
-    auto item = [this](const QString& title, const QKeySequence& key = {}) {
-        auto* action = new QAction(title, this);
-        if (!key.isEmpty()) action->setShortcut(key);
-        return action;
+std::vector<WindowShortcut> AppDelegate::shortcuts() {
+    // The edit keys (Ctrl+C, Ctrl+V, ...) belong to whichever text field has
+    // focus, which handles them itself; taking them here would steal them.
+    return {
+        {QKeySequence(QStringLiteral("Ctrl+R")), [this] { store_.send(msg::Refresh{}); }},
+        {QKeySequence(QStringLiteral("Ctrl+,")), [this] { store_.send(msg::Navigate{Screen::manage}); }},
+        {QKeySequence(QStringLiteral("Ctrl+H")), [this] { window_->showMinimized(); }},
+        {QKeySequence(QStringLiteral("Ctrl+M")), [this] { window_->showMinimized(); }},
+        {QKeySequence(QStringLiteral("Ctrl+W")), [this] { window_->close(); }},
+        {QKeySequence(QStringLiteral("Ctrl+Q")), [] { QMetaObject::invokeMethod(qApp, &QCoreApplication::quit, Qt::QueuedConnection); }},
     };
-    auto separator = [this] {
-        auto* action = new QAction(this);
-        action->setSeparator(true);
-        return action;
-    };
-    auto unavailable = [](QAction* action) {
-        action->setEnabled(false);
-        return action;
-    };
-
-    // "About" has no standard panel here, and "Check for Updates…" has no
-    // updater on Linux: both are present and disabled. Hiding applications
-    // other than ours is not something a Linux application can do.
-    QAction* about = unavailable(item(QStringLiteral("About Velmar")));
-    QAction* updates = unavailable(item(QStringLiteral("Check for Updates\u2026")));
-    QAction* hide = item(QStringLiteral("Hide Velmar"), QKeySequence(QStringLiteral("Ctrl+H")));
-    connect(hide, &QAction::triggered, this, [this] { window_->showMinimized(); });
-    QAction* hideOthers = unavailable(item(QStringLiteral("Hide Others")));
-    QAction* showAll = unavailable(item(QStringLiteral("Show All")));
-    QAction* quit = item(QStringLiteral("Quit Velmar"), QKeySequence(QStringLiteral("Ctrl+Q")));
-    connect(quit, &QAction::triggered, qApp, &QCoreApplication::quit, Qt::QueuedConnection);
-    menu_.push_back({QStringLiteral("Velmar"),
-                     {about, updates, separator(), hide, hideOthers, showAll, separator(), quit}});
-
-    // The edit commands belong to whichever text field has focus, which
-    // handles their keys itself; grabbing them here would take them away.
-    menu_.push_back({QStringLiteral("Edit"),
-                     {item(QStringLiteral("Undo")), item(QStringLiteral("Redo")), separator(),
-                      item(QStringLiteral("Cut")), item(QStringLiteral("Copy")),
-                      item(QStringLiteral("Paste")), item(QStringLiteral("Select All"))}});
-
-    QAction* refresh = item(QStringLiteral("Refresh"), QKeySequence(QStringLiteral("Ctrl+R")));
-    connect(refresh, &QAction::triggered, this, &AppDelegate::refreshAction);
-    QAction* settings =
-        item(QStringLiteral("Settings\u2026"), QKeySequence(QStringLiteral("Ctrl+,")));
-    connect(settings, &QAction::triggered, this, &AppDelegate::settingsAction);
-    menu_.push_back({QStringLiteral("View"), {refresh, settings}});
-
-    QAction* minimize = item(QStringLiteral("Minimize"), QKeySequence(QStringLiteral("Ctrl+M")));
-    connect(minimize, &QAction::triggered, this, [this] { window_->showMinimized(); });
-    QAction* zoom = item(QStringLiteral("Zoom"));
-    connect(zoom, &QAction::triggered, this, [this] {
-        window_->windowStates() & Qt::WindowMaximized ? window_->showNormal()
-                                                      : window_->showMaximized();
-    });
-    QAction* close = item(QStringLiteral("Close"), QKeySequence(QStringLiteral("Ctrl+W")));
-    connect(close, &QAction::triggered, this, [this] { window_->close(); });
-    menu_.push_back({QStringLiteral("Window"), {minimize, zoom, separator(), close}});
 }
-
-void AppDelegate::refreshAction() { store_.send(msg::Refresh{}); }
-void AppDelegate::settingsAction() { store_.send(msg::Navigate{Screen::manage}); }
 
 // ---- Timers ----
 

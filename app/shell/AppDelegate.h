@@ -3,7 +3,9 @@
 // order. Everything it learns goes into the Store as a Msg.
 #pragma once
 
+#include <QKeySequence>
 #include <QObject>
+#include <functional>
 #include <QString>
 #include <functional>
 #include <memory>
@@ -24,11 +26,10 @@ namespace velmar {
 
 class EffectRunner;
 
-/// One submenu of the main menu: its title and its items (separators are
-/// actions with isSeparator()).
-struct MenuSection {
-    QString title;
-    std::vector<QAction*> items;
+/// One of the window's keys: what it does wherever focus is.
+struct WindowShortcut {
+    QKeySequence key;
+    std::function<void()> run;
 };
 
 class AppDelegate : public QObject {
@@ -49,12 +50,8 @@ public:
 
     Store& store() { return store_; }
     QQuickView* window() const { return window_.get(); }
-    const std::vector<MenuSection>& mainMenu() const { return menu_; }
-
-    /// "Refresh" in the View menu.
-    void refreshAction();
-    /// "Settings…" in the View menu.
-    void settingsAction();
+    /// The keys that work from anywhere in the window.
+    std::vector<WindowShortcut> shortcuts();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -64,7 +61,6 @@ private:
     void createWindow(const std::optional<WindowFrame>& saved);
     void applyPlacement(const std::optional<WindowFrame>& saved);
     void trackAppearance();
-    void buildMainMenu();
     void startTimers();
     void reportFrame();
     /// The window's outer corner and inner size, in stored coordinates.
@@ -76,7 +72,6 @@ private:
     ui::BrowserIcons icons_;
     ui::PanelModel panel_;
     std::unique_ptr<QQuickView> window_;
-    std::vector<MenuSection> menu_;
     bool reportFrames_ = false;
     Appearance bootAppearance_ = Appearance::dark;
     std::optional<Appearance> forcedAppearance_;

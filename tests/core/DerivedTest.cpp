@@ -120,7 +120,7 @@ TEST(derived, preview_menu_lists_at_most_five_visible_browsers) {
         for (std::int64_t id = 2; id <= 8; ++id)
             m.browsers.push_back(Browser{id, "B" + std::to_string(id), "App", "", id - 2 < r.running, true});
         m.selectedBrowser = r.selected;
-        const auto items = m.previewMenu(PR{});
+        const auto items = m.previewMenu();
         ASSERT_EQ(items.size(), r.size) << r.running;
         EXPECT_EQ(items[0], PreviewMenuItem(menu::Open{r.firstTitle, std::nullopt}));
         EXPECT_EQ(items[r.size - 2], PreviewMenuItem(menu::Separator{}));

@@ -48,10 +48,6 @@ QList<QByteArray> prRoles() {
             "openLabel",   "previewLabel", "groupRows", "rowInGroup"};
 }
 
-std::vector<DiffListModel::Row> prRows(const Model& model) {
-    return prRows(model, RepoGroup::make(model.listRows()));
-}
-
 std::vector<DiffListModel::Row> prRows(const Model& model, const std::vector<RepoGroup>& groups) {
     static const QList<QByteArray> roles = prRoles();
     std::vector<DiffListModel::Row> out;
@@ -183,7 +179,7 @@ QVariantList previewMenu(const Model& model) {
     QVariantList items;
     // The menu does not depend on the row it is offered for; each item holds
     // its message, which the row completes with its own "id".
-    for (const PreviewMenuItem& item : model.previewMenu(PR{})) {
+    for (const PreviewMenuItem& item : model.previewMenu()) {
         if (const auto* open = std::get_if<menu::Open>(&item)) {
             QVariantMap message{{"msg", QStringLiteral("open_preview")}};
             if (open->browser) message.insert("browser", qint64(*open->browser));

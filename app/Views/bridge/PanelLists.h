@@ -29,7 +29,6 @@ namespace PanelLists {
 /// "hovered", "hasPreview", "previewTooltip", "openLabel", "previewLabel",
 /// "rowInGroup" (0 for the first row under its heading).
 QList<QByteArray> prRoles();
-std::vector<DiffListModel::Row> prRows(const Model& model);
 /// The rows of `groups`, in their order: the list as a drag previews it.
 std::vector<DiffListModel::Row> prRows(const Model& model, const std::vector<RepoGroup>& groups);
 

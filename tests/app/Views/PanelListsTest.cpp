@@ -40,7 +40,7 @@ TEST(panel_lists, pr_rows_carry_what_each_delegate_shows_and_says) {
     m.prs = {pr(1, 7, " \t Fix\u00a0login \n", "https://p.example", PreviewSource::detected), pr(1, 12, "Two")};
     m.prs[0].author = "<b>bob</b>";
     m.hoveredPr = m.prs[1].id;
-    const auto rows = PanelLists::prRows(m);
+    const auto rows = PanelLists::prRows(m, RepoGroup::make(m.listRows()));
     ASSERT_EQ(rows.size(), 4u);
     ui::DiffListModel model(PanelLists::prRoles());
     model.update(rows);

@@ -49,27 +49,6 @@ protected:
     AppDelegate delegate;
 };
 
-TEST_F(AppDelegateTest, main_menu_has_four_submenus_with_their_keys) {
-    std::vector<QString> titles;
-    std::map<QString, QAction*> items;
-    for (const MenuSection& section : delegate.mainMenu()) {
-        titles.push_back(section.title);
-        for (QAction* action : section.items) items[action->text()] = action;
-    }
-    EXPECT_EQ(titles, (std::vector<QString>{"Velmar", "Edit", "View", "Window"}));
-    const std::vector<std::tuple<const char*, const char*, bool>> rows = {
-        {"Check for Updates\u2026", "", false}, {"Quit Velmar", "Ctrl+Q", true},
-        {"Refresh", "Ctrl+R", true},            {"Settings\u2026", "Ctrl+,", true},
-        {"Minimize", "Ctrl+M", true},           {"Close", "Ctrl+W", true},
-    };
-    for (auto [title, key, enabled] : rows) {
-        QAction* item = items[QString::fromUtf8(title)];
-        ASSERT_NE(item, nullptr) << title;
-        EXPECT_EQ(item->shortcut(), QKeySequence(QString::fromUtf8(key))) << title;
-        EXPECT_EQ(item->isEnabled(), enabled) << title;
-    }
-}
-
 TEST_F(AppDelegateTest, settings_key_and_escape_move_between_the_screens) {
     EXPECT_EQ(model().screen, Screen::list);
     QTest::keyClick(delegate.window(), Qt::Key_Comma, Qt::ControlModifier);

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QQmlEngine>
 #include <QTest>
 #include <functional>
 
@@ -33,7 +34,13 @@ std::optional<QImage> fakeIcon(const std::string& app) {
 ScreenHarness::ScreenHarness()
     : theme_(std::nullopt),
       icons_(fakeIcon),
-      panel_(model_, [this](const Msg& msg) { sent(msg); }, icons_) {}
+      panel_(model_, [this](const Msg& msg) { sent(msg); }, icons_) {
+    // A binding that fails, a type that is missing, a null that QML had to
+    // swallow: each is a fault of a screen, so each fails the test it shows in.
+    QObject::connect(view_.engine(), &QQmlEngine::warnings, [](const QList<QQmlError>& warnings) {
+        for (const QQmlError& warning : warnings) ADD_FAILURE() << "QML: " << warning.toString().toStdString();
+    });
+}
 
 void ScreenHarness::sent(const Msg& msg) {
     sent_.push_back(msg);
