@@ -8,6 +8,7 @@
 #include "AppDelegate.h"
 #include "Env.h"
 #include "HeadlessEntry.h"
+#include "QuitSignals.h"
 #include "SingleInstance.h"
 
 int main(int argc, char** argv) {
@@ -19,6 +20,10 @@ int main(int argc, char** argv) {
     const QString activationToken = velmar::SingleInstance::activationTokenFromEnvironment();
 
     QGuiApplication app(argc, argv);
+    // The session ending, Ctrl+C and a closed terminal quit like "Quit Velmar".
+    velmar::QuitSignals quitSignals;
+    QObject::connect(&quitSignals, &velmar::QuitSignals::received, &app,
+                     &QCoreApplication::quit, Qt::QueuedConnection);
     QGuiApplication::setApplicationName(QStringLiteral("Velmar"));
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Velmar"));
     // The desktop entry's id and, on X11, the window class "Velmar" that its
@@ -40,5 +45,8 @@ int main(int argc, char** argv) {
                          velmar::SingleInstance::bringForward(delegate.window(), token);
                      });
     delegate.start();
-    return app.exec();
+    const int status = app.exec();
+    // Saves get two seconds to reach the disk; a second signal cuts that short.
+    delegate.shutdown(2.0, [] { return velmar::QuitSignals::count() >= 2; });
+    return status;
 }

@@ -69,6 +69,11 @@ EffectRunner::~EffectRunner() = default;
 
 void EffectRunner::reply(Msg msg) { post(shared_, std::move(msg)); }
 
+bool EffectRunner::finishFiles(std::chrono::steady_clock::time_point deadline,
+                               const std::function<bool()>& giveUp) {
+    return files_->finish(deadline, giveUp);
+}
+
 void EffectRunner::perform(const Effect& effect) {
     std::visit(
         [this](const auto& e) {
@@ -102,6 +107,18 @@ void EffectRunner::readFile(const effect::ReadFile& e) {
 
 void EffectRunner::writeFile(const effect::WriteFile& e) {
     files_->post([shared = shared_, file = e.file, path = e.path, contents = e.contents] {
+        // The core reads an unusable file as no file and would write over it;
+        // what the user had is kept first.
+        if (FileStore::keepUnreadable(path)) {
+            const QString name = QString::fromStdString(velmar::fileName(file));
+            QMetaObject::invokeMethod(
+                QCoreApplication::instance(),
+                [shared, name] {
+                    if (!shared->runner.isNull())
+                        emit shared->runner->unreadableKept(name);
+                },
+                Qt::QueuedConnection);
+        }
         post(shared, msg::FileWritten{file, FileStore::writeTextAtomically(path, contents)});
     });
 }
@@ -110,10 +127,17 @@ void EffectRunner::writeFile(const effect::WriteFile& e) {
 
 void EffectRunner::runCommand(std::vector<std::string> arguments,
                               const std::optional<std::string>& path, bool captureStdout,
-                              Answer answer, Msg stuck) {
+                              Answer answer, Msg stuck,
+                              std::shared_ptr<std::atomic<bool>> busy) {
+    if (busy && busy->exchange(true))
+        return;  // the one still running will answer
     auto shot = std::make_shared<OneShot>();
+    // Free again only when the child has really gone, not when the watchdog
+    // answered for it.
     Subprocess::run(shell, arguments, path, captureStdout, limits_.command,
-                    [shot, shared = shared_, answer](std::optional<Subprocess::Result> result) {
+                    [shot, shared = shared_, answer, busy](std::optional<Subprocess::Result> result) {
+                        if (busy)
+                            busy->store(false);
                         if (shot->claim())
                             post(shared, answer(result));
                     });
@@ -196,7 +220,7 @@ void EffectRunner::ghPreflight(const effect::GhPreflight& e) {
                    return msg::GhChecked{result ? result->status : 127};
                },
                // As if the time limit's SIGTERM had ended it.
-               msg::GhChecked{15});
+               msg::GhChecked{15}, preflightBusy_);
 }
 
 void EffectRunner::brewProbe(const effect::BrewProbe& e) {
@@ -204,7 +228,7 @@ void EffectRunner::brewProbe(const effect::BrewProbe& e) {
                [](const std::optional<Subprocess::Result>& result) -> Msg {
                    return msg::BrewProbed{result.has_value() && result->status == 0};
                },
-               msg::BrewProbed{false});
+               msg::BrewProbed{false}, brewBusy_);
 }
 
 void EffectRunner::resolvePath() {

@@ -3,7 +3,10 @@
 #pragma once
 
 #include <QObject>
+#include <QString>
 #include <QPointer>
+#include <atomic>
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -49,6 +52,11 @@ public:
     /// Main thread only; starts the work and returns without waiting.
     void perform(const Effect& effect);
 
+    /// For quitting: lets the file jobs already queued run until `deadline` or
+    /// until `giveUp` holds, then takes no more. True when all of them ran.
+    bool finishFiles(std::chrono::steady_clock::time_point deadline,
+                     const std::function<bool()>& giveUp);
+
     /// Callable from any thread: queues `msg` for the main thread, behind
     /// every reply queued before it; never delivers synchronously.
     void reply(Msg msg);
@@ -56,6 +64,11 @@ public:
     /// The text between the first path marker and the end marker after it;
     /// empty when either is missing, nothing lies between, or it has no "/".
     static std::string extractPath(std::string_view output);
+
+signals:
+    /// A save found its file unusable and kept it beside as
+    /// "<fileName>.unreadable" before replacing it. Main thread.
+    void unreadableKept(const QString& fileName);
 
 private:
     struct Shared;
@@ -81,11 +94,16 @@ private:
     /// Runs /bin/sh with `arguments` under the command limits; `answer` turns
     /// the outcome into the reply, `stuck` is the reply when none came in time.
     void runCommand(std::vector<std::string> arguments, const std::optional<std::string>& path,
-                    bool captureStdout, Answer answer, Msg stuck);
+                    bool captureStdout, Answer answer, Msg stuck,
+                    std::shared_ptr<std::atomic<bool>> busy = nullptr);
 
     std::shared_ptr<const Shared> shared_;
     Limits limits_;
     std::unique_ptr<FileStore::SerialQueue> files_;
+    // Set while a check of that kind runs: the first-run screen asks again
+    // every few seconds, and a gh that hangs must not pile up behind it.
+    std::shared_ptr<std::atomic<bool>> preflightBusy_ = std::make_shared<std::atomic<bool>>(false);
+    std::shared_ptr<std::atomic<bool>> brewBusy_ = std::make_shared<std::atomic<bool>>(false);
 };
 
 }  // namespace velmar

@@ -86,9 +86,19 @@ std::string lastComponent(std::string path) {
 
 }  // namespace
 
-void openURL(const std::string& url, const std::string& app, std::function<void()> failed) {
+bool isWebAddress(const std::string& url) {
     const QUrl parsed(QString::fromStdString(url), QUrl::StrictMode);
-    if (!parsed.isValid() || parsed.scheme().isEmpty()) {
+    // QUrl lower-cases the scheme, so "HTTPS:" counts too.
+    return parsed.isValid() && (parsed.scheme() == u"http" || parsed.scheme() == u"https") &&
+           !parsed.host().isEmpty();
+}
+
+void openURL(const std::string& url, const std::string& app, std::function<void()> failed) {
+    // Addresses come from gh's output, which anyone can put text into: only
+    // web pages are opened, never "javascript:", "file:", a share or an
+    // application's private scheme.
+    const QUrl parsed(QString::fromStdString(url), QUrl::StrictMode);
+    if (!isWebAddress(url)) {
         failed();
         return;
     }

@@ -11,11 +11,15 @@
 
 namespace velmar::Links {
 
+/// An absolute http or https address with a host: the only kind we open.
+bool isWebAddress(const std::string& url);
+
 /// Opens `url` with the system's default handler when `app` is empty, else
 /// with the named browser: its desktop entry when one is installed, else its
 /// executable from PATH. Main thread; returns at once. `failed` is called
 /// (from any thread, at most once) when the address cannot be opened: not a
-/// URL with a scheme, refused by the default handler, or no program started.
+/// web address (isWebAddress), refused by the default handler, or no program
+/// started.
 void openURL(const std::string& url, const std::string& app, std::function<void()> failed);
 
 /// Replaces the clipboard's contents with `text`. Main thread; does nothing

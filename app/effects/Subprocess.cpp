@@ -11,12 +11,14 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <condition_variable>
 #include <cstring>
 #include <memory>
 #include <mutex>
+#include <set>
 #include <thread>
 
 #include "Text.h"
@@ -26,14 +28,37 @@ extern char** environ;
 namespace velmar::Subprocess {
 namespace {
 
+// Process groups of the bounded runs not yet answered: what quitting ends.
+struct LiveGroups {
+    std::mutex lock;
+    std::condition_variable changed;
+    std::set<pid_t> groups;
+};
+LiveGroups& liveGroups() {
+    static LiveGroups* live = new LiveGroups;  // outlives every worker thread
+    return *live;
+}
+
+void forgetRun(pid_t group) {
+    LiveGroups& live = liveGroups();
+    {
+        std::lock_guard guard(live.lock);
+        live.groups.erase(group);
+    }
+    live.changed.notify_all();
+}
+
 // Everything the workers of one run share; each worker holds it alive.
 struct RunState {
     pid_t pid = -1;
     Completion completion;
 
+    bool bounded = false;  // has a time limit, so it ends with us too
+
     std::mutex lock;
     std::condition_variable exitedChanged;
     bool exited = false;  // set before the child is reaped, so its pid cannot be reused yet
+    bool finished = false;  // the completion has been called
     int pending = 0;      // workers still to finish: the waiter, and the reader if any
     std::int32_t status = 0;
     std::string bytes;
@@ -48,7 +73,11 @@ struct RunState {
                 return;
             out.swap(bytes);
             st = status;
+            finished = true;
         }
+        exitedChanged.notify_all();
+        if (bounded)
+            forgetRun(pid);
         Result result{st, text::repairUtf8(out)};
         Completion done = std::move(completion);
         done(std::move(result));
@@ -80,10 +109,19 @@ std::vector<char*> pointers(std::vector<std::string>& strings) {
 void readToEnd(const std::shared_ptr<RunState>& state, int fd) {
     std::string collected;
     char buffer[65536];
+    bool over = false;
     for (;;) {
         const ssize_t n = ::read(fd, buffer, sizeof buffer);
         if (n > 0) {
-            collected.append(buffer, static_cast<std::size_t>(n));
+            if (over)
+                continue;  // drained and dropped until the group has gone
+            collected.append(buffer, std::min(static_cast<std::size_t>(n), maxOutput - collected.size()));
+            if (collected.size() >= maxOutput) {
+                // No answer of ours is this large: the child is ended, which
+                // its caller sees as a failed run.
+                over = true;
+                ::kill(-state->pid, SIGKILL);
+            }
         } else if (n == 0 || errno != EINTR) {
             break;
         }
@@ -133,11 +171,13 @@ void guard(const std::shared_ptr<RunState>& state, double seconds) {
                           std::chrono::duration_cast<std::chrono::steady_clock::duration>(
                               std::chrono::duration<double>(seconds));
     std::unique_lock held(state->lock);
-    // An early end only wakes the guard sooner; it then finds nothing to stop.
-    state->exitedChanged.wait_until(held, deadline, [&] { return state->exited; });
-    // The child alone: whatever it started is left as it is.
-    if (!state->exited)
-        ::kill(state->pid, SIGTERM);
+    // An early answer only wakes the guard sooner; it then finds nothing to stop.
+    state->exitedChanged.wait_until(held, deadline, [&] { return state->finished; });
+    // The whole group: /bin/sh forks gh rather than replacing itself, and a
+    // gh left behind would hold our pipe and outlive us. The group keeps its
+    // number while any member lives, so this reaches no stranger.
+    if (!state->finished)
+        ::kill(-state->pid, SIGTERM);
 }
 
 struct SpawnSetup {
@@ -154,6 +194,25 @@ struct SpawnSetup {
 };
 
 }  // namespace
+
+void endAll(double grace) {
+    LiveGroups& live = liveGroups();
+    std::unique_lock held(live.lock);
+    for (pid_t group : live.groups)
+        ::kill(-group, SIGTERM);
+    const auto deadline = std::chrono::steady_clock::now() +
+                          std::chrono::duration_cast<std::chrono::steady_clock::duration>(
+                              std::chrono::duration<double>(grace));
+    live.changed.wait_until(held, deadline, [&] { return live.groups.empty(); });
+    // Whatever ignored SIGTERM does not get to outlive us.
+    for (pid_t group : live.groups)
+        ::kill(-group, SIGKILL);
+}
+
+std::size_t liveCount() {
+    std::lock_guard guard(liveGroups().lock);
+    return liveGroups().groups.size();
+}
 
 void run(const std::string& executable, const std::vector<std::string>& arguments,
          const std::optional<std::string>& path, bool captureStdout,
@@ -213,6 +272,12 @@ void run(const std::string& executable, const std::vector<std::string>& argument
     state->pid = pid;
     state->completion = std::move(completion);
     state->pending = captureStdout ? 2 : 1;
+    // Only bounded runs are ours to end: a browser we launch is the user's.
+    state->bounded = timeout.has_value();
+    if (state->bounded) {
+        std::lock_guard guard(liveGroups().lock);
+        liveGroups().groups.insert(pid);
+    }
 
     if (captureStdout)
         std::thread([state, fd = pipeFds[0]] { readToEnd(state, fd); }).detach();

@@ -14,6 +14,7 @@
 #include <QTimer>
 #include <QVariantMap>
 #include <algorithm>
+#include <chrono>
 #include <cstdlib>
 
 #include "Appearance.h"
@@ -25,6 +26,8 @@
 #include "Formats.h"
 #include "Snapshot.h"
 #include "PanelView.h"
+#include "Subprocess.h"
+#include "WindowFit.h"
 #include "WindowPlacement.h"
 
 namespace velmar {
@@ -55,10 +58,15 @@ std::vector<WindowPlacement::Rect> displays() {
     return out;
 }
 
-QSize raisedToMinimum(double width, double height) {
-    return QSize(int(std::max(width, WindowFrame::minimumWidth)),
-                 int(std::max(height, WindowFrame::minimumHeight)));
+// Every display together, in stored coordinates.
+QRect desktop() {
+    QRect all;
+    for (const WindowPlacement::Rect& d : displays())
+        all |= QRect(int(d.x), int(d.y), int(d.width), int(d.height));
+    return all;
 }
+
+QSize raisedToMinimum(double width, double height) { return WindowFit::size(width, height); }
 
 // The panel's header strip lies inside the content, under the system title
 // bar; nothing of ours needs clearing at its leading edge.
@@ -125,9 +133,28 @@ void AppDelegate::start() {
     DebugSend::scheduleIfRequested(store_, window_.get());
 }
 
+void AppDelegate::shutdown(double fileGrace, const std::function<bool()>& giveUp) {
+    // Nothing new starts from here: the timers and the window stop feeding
+    // the store.
+    store_.setPerform([](const Effect&) {});
+    if (runner_ != nullptr) {
+        const auto deadline = std::chrono::steady_clock::now() +
+                              std::chrono::duration_cast<std::chrono::steady_clock::duration>(
+                                  std::chrono::duration<double>(fileGrace));
+        runner_->finishFiles(deadline, giveUp);
+    }
+    Subprocess::endAll(giveUp && giveUp() ? 0.0 : 0.5);
+    // A save cut short leaves its file as it was; only its temporary goes.
+    FileStore::removeTemporaries();
+}
+
 void AppDelegate::performEffect(const Effect& effect) {
-    if (runner_ == nullptr)
+    if (runner_ == nullptr) {
         runner_ = new EffectRunner(this, [this](Msg msg) { store_.send(msg); }, this);
+        connect(runner_, &EffectRunner::unreadableKept, this, [this](const QString& name) {
+            panel_.showNotice(QStringLiteral("Could not read %1; kept it as %1.unreadable").arg(name));
+        });
+    }
     runner_->perform(effect);
 }
 
@@ -171,8 +198,15 @@ void AppDelegate::applyPlacement(const std::optional<WindowFrame>& saved) {
         if (!canPlace) return;
         double titleBar = window_->frameGeometry().height() - window_->geometry().height();
         if (!(titleBar > 0)) titleBar = 28;
-        const WindowFrame placed = WindowPlacement::restore(*saved, displays(), titleBar);
-        window_->setFramePosition(QPoint(int(placed.x), int(placed.y)) + primaryOrigin());
+        // Placed with the size the window really has, so a size held to the
+        // displays is centred as such.
+        WindowFrame fitted = *saved;
+        fitted.width = std::min(saved->width, double(window_->width()));
+        fitted.height = std::min(saved->height, double(window_->height()));
+        const WindowFrame placed = WindowPlacement::restore(fitted, displays(), titleBar);
+        window_->setFramePosition(
+            WindowFit::position(placed.x, placed.y, window_->frameGeometry().size(), desktop()) +
+            primaryOrigin());
         return;
     }
     if (reportFrames_ || !canPlace) return;

@@ -7,6 +7,7 @@
 #include <QObject>
 #include <functional>
 #include <QString>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -40,6 +41,12 @@ public:
     /// The start-up sequence; call once, on the main thread, before the event
     /// loop runs. Nothing else reaches `send` until it returns.
     void start();
+
+    /// The end of every quit, after the event loop has returned: the saves
+    /// already queued get up to `fileGrace` seconds (less if `giveUp` comes to
+    /// hold), children started for us are ended with their groups, and no
+    /// temporary file of ours is left behind. Call once, on the main thread.
+    void shutdown(double fileGrace, const std::function<bool()>& giveUp);
 
     Store& store() { return store_; }
     QQuickView* window() const { return window_.get(); }

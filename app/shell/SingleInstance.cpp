@@ -8,14 +8,20 @@
 #include <QCryptographicHash>
 #include <QDeadlineTimer>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QLocalServer>
 #include <QLocalSocket>
 #include <QLockFile>
 #include <QThread>
+#include <QTimer>
 #include <QWindow>
+#include <sys/socket.h>
+#include <sys/stat.h>
 #include <unistd.h>
+
+#include <cerrno>
 
 namespace velmar {
 
@@ -29,14 +35,33 @@ constexpr int answerWaitMs = 5000;
 constexpr qint64 maxRequest = 4096;
 
 const QByteArray activateVerb = QByteArrayLiteral("activate");
+// A client has this long to say what it wants; a start asks at once.
+constexpr int idleClientMs = 3000;
+// More clients at once than any burst of starts makes: the rest are refused.
+constexpr int maxClients = 4;
+
+// Whether the other end of a connected local socket runs as our user.
+bool peerIsUs(qintptr descriptor) {
+    ucred credentials{};
+    socklen_t size = sizeof credentials;
+    return ::getsockopt(int(descriptor), SOL_SOCKET, SO_PEERCRED, &credentials, &size) == 0 &&
+           credentials.uid == ::getuid();
+}
 
 }  // namespace
+
+bool SingleInstance::isPrivateFolder(const QString& folder) {
+    struct stat info {};
+    return ::lstat(QFile::encodeName(folder).constData(), &info) == 0 && S_ISDIR(info.st_mode) &&
+           info.st_uid == ::getuid() && (info.st_mode & 077) == 0;
+}
 
 SingleInstance::SingleInstance(const QString& runtimeFolder, const QString& home, QObject* parent)
     : QObject(parent) {
     const QString stem = QDir(runtimeFolder).filePath(keyFor(home));
     lockPath_ = stem + QStringLiteral(".lock");
     socketPath_ = stem + QStringLiteral(".socket");
+    usable_ = !runtimeFolder.isEmpty();
     lock_ = std::make_unique<QLockFile>(lockPath_);
     // Only a dead owner makes a lock stale: a panel may run for weeks.
     lock_->setStaleLockTime(0);
@@ -46,7 +71,12 @@ SingleInstance::~SingleInstance() = default;
 
 QString SingleInstance::defaultRuntimeFolder() {
     const QString runtime = qEnvironmentVariable("XDG_RUNTIME_DIR");
-    return runtime.isEmpty() ? QDir::tempPath() : runtime;
+    if (!runtime.isEmpty()) return runtime;
+    // The shared temporary folder: anyone may create any name there, so the
+    // socket lives in a folder of our own, checked rather than trusted.
+    const QString own = QDir(QDir::tempPath()).filePath(QStringLiteral("velmar-%1").arg(::getuid()));
+    ::mkdir(QFile::encodeName(own).constData(), 0700);
+    return isPrivateFolder(own) ? own : QString();
 }
 
 QString SingleInstance::activationTokenFromEnvironment() {
@@ -67,10 +97,13 @@ QString SingleInstance::keyFor(const QString& home) {
 }
 
 SingleInstance::Role SingleInstance::claim(const QString& activationToken) {
+    if (!usable_) return Role::alone;
     const QDeadlineTimer deadline(claimWaitMs);
     do {
         if (askRunning(activationToken)) return Role::secondary;
         if (lock_->tryLock(0)) {
+            // Private whatever the umask: it names our process and host.
+            QFile::setPermissions(lockPath_, QFileDevice::ReadOwner | QFileDevice::WriteOwner);
             if (serve()) return Role::primary;
             lock_->unlock();
             return Role::alone;
@@ -87,6 +120,8 @@ bool SingleInstance::askRunning(const QString& token) {
     QLocalSocket socket;
     socket.connectToServer(socketPath_);
     if (!socket.waitForConnected(1000)) return false;
+    // Someone else listening at our name gets neither our token nor our exit.
+    if (!peerIsUs(socket.socketDescriptor())) return false;
     socket.write(activateVerb + ' ' + token.toUtf8() + '\n');
     socket.flush();
     // The server answers from its event loop, which may still be busy
@@ -114,6 +149,14 @@ bool SingleInstance::serve() {
     connect(server_, &QLocalServer::newConnection, this, [this] {
         while (QLocalSocket* client = server_->nextPendingConnection()) {
             connect(client, &QLocalSocket::disconnected, client, &QObject::deleteLater);
+            if (clients_ >= maxClients || !peerIsUs(client->socketDescriptor())) {
+                client->abort();
+                client->deleteLater();
+                continue;
+            }
+            ++clients_;
+            connect(client, &QObject::destroyed, this, [this] { --clients_; });
+            QTimer::singleShot(idleClientMs, client, [client] { client->abort(); });
             connect(client, &QLocalSocket::readyRead, this, [this, client] {
                 if (!client->canReadLine()) {
                     if (client->bytesAvailable() > maxRequest) client->abort();

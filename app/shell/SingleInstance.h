@@ -33,8 +33,12 @@ public:
     /// primary so the window system lets it take the focus.
     Role claim(const QString& activationToken = {});
 
-    /// XDG_RUNTIME_DIR when set, else the temporary folder.
+    /// XDG_RUNTIME_DIR when set, else "velmar-<uid>" in the temporary
+    /// folder, made 0700; empty (no guard) when that folder is not ours
+    /// alone. An empty folder makes `claim` answer `alone`.
     static QString defaultRuntimeFolder();
+    /// A real folder (not a link), owned by us, that no one else may enter.
+    static bool isPrivateFolder(const QString& folder);
     /// The desktop's token for this start: XDG_ACTIVATION_TOKEN, else DESKTOP_STARTUP_ID.
     static QString activationTokenFromEnvironment();
     /// The file name stem of the lock and socket for `home`.
@@ -59,6 +63,8 @@ private:
     QString socketPath_;
     std::unique_ptr<QLockFile> lock_;
     QLocalServer* server_ = nullptr;
+    bool usable_ = true;
+    int clients_ = 0;
 };
 
 }  // namespace velmar

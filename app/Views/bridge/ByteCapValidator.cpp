@@ -17,7 +17,29 @@ bool ByteCapValidator::allows(qsizetype bytes, qsizetype maxBytes, qsizetype hel
     return bytes <= std::max(maxBytes, heldBytes);
 }
 
-QValidator::State ByteCapValidator::validate(QString& input, int&) const {
+bool ByteCapValidator::breaksLine(QChar c) {
+    // The stored files are lines of tab-separated fields: any of these inside
+    // a slug or a pattern would split it into more fields or more lines.
+    switch (c.unicode()) {
+        case '\t': case '\n': case '\v': case '\f': case '\r':
+        case 0x85: case 0x2028: case 0x2029: return true;
+        default: return false;
+    }
+}
+
+QValidator::State ByteCapValidator::validate(QString& input, int& pos) const {
+    // A paste loses its tabs and line breaks; the rest of it stays.
+    qsizetype kept = 0;
+    int cursor = pos;
+    for (qsizetype i = 0; i < input.size(); ++i) {
+        if (breaksLine(input[i])) {
+            if (i < pos) --cursor;
+            continue;
+        }
+        input[kept++] = input[i];
+    }
+    input.truncate(kept);
+    pos = std::max(0, cursor);
     return allows(utf8Length(input), maxBytes_, heldBytes_) ? Acceptable : Invalid;
 }
 

@@ -2,7 +2,8 @@
 // longer in UTF-8 than `maxBytes` is invalid, so the field undoes it whole,
 // typed, pasted or committed by an input method alike. A text that was
 // already longer when it was put in (a stored value) stays whole, and edits
-// may shorten it but never lengthen it.
+// may shorten it but never lengthen it. Tabs and line breaks never enter:
+// the stored files use them to separate fields and lines.
 #pragma once
 
 #include <QString>
@@ -20,7 +21,12 @@ class ByteCapValidator : public QValidator {
 public:
     explicit ByteCapValidator(QObject* parent = nullptr);
 
+    /// Drops tabs and line breaks (moving `pos` with the text), then judges
+    /// the length.
     State validate(QString& input, int& pos) const override;
+
+    /// A tab, or anything that ends a line.
+    static bool breaksLine(QChar c);
 
     /// Whether a text of `bytes` may stand in a field capped at `maxBytes`
     /// that holds `heldBytes` now.

@@ -16,6 +16,13 @@ namespace {
 
 QString q(const std::string& s) { return QString::fromStdString(s); }
 
+// Text written by others (a title, a login) between first-strong isolates:
+// any direction marks inside end with it, so a right-to-left override cannot
+// turn the rest of the row around.
+QString isolated(const std::string& s) {
+    return QChar(0x2068) + q(s) + QChar(0x2069);
+}
+
 // The values of one row, in the order of `roles`; roles a row does not set
 // stay null, so a heading and a pull request can share one list.
 DiffListModel::Row makeRow(const QList<QByteArray>& roles, QString key, const QVariantMap& values) {
@@ -76,7 +83,7 @@ std::vector<DiffListModel::Row> prRows(const Model& model, const std::vector<Rep
                  {"numberTemplate", numberTemplate},
                  {"title", q(text::trimWhitespaceAndNewlines(pr.title))},
                  {"author", q(pr.author)},
-                 {"authorTooltip", QStringLiteral("by ") + q(pr.author)},
+                 {"authorTooltip", QStringLiteral("by ") + isolated(pr.author)},
                  {"isDraft", pr.isDraft},
                  {"hovered", model.hoveredPr == pr.id},
                  {"hasPreview", !pr.preview.empty()},

@@ -2,6 +2,8 @@
 // and the way back from QML into the core.
 #include "PanelModel.h"
 
+#include <QTimer>
+
 #include <QJsonDocument>
 #include <QJsonObject>
 
@@ -90,6 +92,20 @@ QVariantMap PanelModel::statusMap(const ManageTexts::Status& status) {
     return {{QStringLiteral("state"), status.state}, {QStringLiteral("text"), status.text}};
 }
 
+void PanelModel::showNotice(const QString& text, double seconds) {
+    if (noticeTimer_ == nullptr) {
+        noticeTimer_ = new QTimer(this);
+        noticeTimer_->setSingleShot(true);
+        connect(noticeTimer_, &QTimer::timeout, this, [this] {
+            notice_.clear();
+            emit footerTextChanged();
+        });
+    }
+    notice_ = text;
+    noticeTimer_->start(int(seconds * 1000));
+    emit footerTextChanged();
+}
+
 void PanelModel::show(const Model& model) {
     const Values before = now_;
     now_ = derive(model);
@@ -101,7 +117,7 @@ void PanelModel::show(const Model& model) {
     if (before.checksOn != now_.checksOn) emit checksOnChanged();
     if (before.reposLoaded != now_.reposLoaded) emit reposLoadedChanged();
     if (before.hasRepos != now_.hasRepos) emit hasReposChanged();
-    if (before.footerText != now_.footerText) emit footerTextChanged();
+    if (before.footerText != now_.footerText && notice_.isEmpty()) emit footerTextChanged();
     if (before.windowTitle != now_.windowTitle) emit windowTitleChanged();
     if (before.gh != now_.gh || before.showsGhBanner != now_.showsGhBanner) emit ghChanged();
     if (before.brewInstalled != now_.brewInstalled) emit brewInstalledChanged();

@@ -11,6 +11,8 @@
 #include <functional>
 #include <vector>
 
+class QTimer;
+
 #include "BrowserIcons.h"
 #include "DiffListModel.h"
 #include "RepoDragTracker.h"
@@ -101,7 +103,10 @@ public:
     bool checksOn() const { return now_.checksOn; }
     bool reposLoaded() const { return now_.reposLoaded; }
     bool hasRepos() const { return now_.hasRepos; }
-    QString footerText() const { return now_.footerText; }
+    /// A notice of the shell's own, when one is showing, else the core's text.
+    QString footerText() const { return notice_.isEmpty() ? now_.footerText : notice_; }
+    /// Shows `text` in the footer for `seconds`, over the core's own text.
+    void showNotice(const QString& text, double seconds = 15);
     QString windowTitle() const { return now_.windowTitle; }
     QString gh() const { return now_.gh; }
     bool ghInstalled() const { return now_.ghInstalled; }
@@ -204,6 +209,8 @@ private:
     BrowserIcons& icons_;
     std::vector<std::int64_t> repoOrder_;  // the watch list's ids, for moveRepoBy
     Values now_;
+    QString notice_;
+    QTimer* noticeTimer_ = nullptr;
     DiffListModel rows_;
     DiffListModel browsers_;
     RepoDragTracker listDrag_;

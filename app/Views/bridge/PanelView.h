@@ -5,6 +5,7 @@
 
 #include <QStringList>
 
+class QQmlEngine;
 class QQuickView;
 
 namespace velmar::ui {
@@ -17,6 +18,9 @@ struct PanelChrome {
     double titlebarHeight = 38;
     double leadingInset = 12;
 };
+
+/// Gives `engine` a network that refuses every request; call before loading.
+void refuseNetwork(QQmlEngine& engine);
 
 /// Loads the root view into `view`; returns the QML errors, if any.
 QStringList loadPanel(QQuickView& view, PanelModel& panel, Theme& theme, const BrowserIcons& icons,

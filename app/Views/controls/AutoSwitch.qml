@@ -25,6 +25,7 @@ PlainButton {
             visible: control.showsTitle
             anchors.verticalCenter: parent.verticalCenter
             text: control.text
+            textFormat: Text.PlainText
             color: control.theme.secondary
             font.pixelSize: control.theme.callout
             Accessible.ignored: true

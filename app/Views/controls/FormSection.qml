@@ -23,6 +23,7 @@ ColumnLayout {
         Text {
             Layout.fillWidth: true
             text: section.title
+            textFormat: Text.PlainText
             color: section.theme.primary
             font.pixelSize: section.theme.headline
             font.weight: Font.DemiBold
@@ -66,6 +67,7 @@ ColumnLayout {
         Layout.rightMargin: 2
         visible: section.footer.length > 0
         text: section.footer
+        textFormat: Text.PlainText
         color: section.theme.secondary
         font.pixelSize: section.theme.caption
         wrapMode: Text.Wrap

@@ -22,6 +22,7 @@ Rectangle {
         id: label
         anchors.centerIn: parent
         text: pill.text
+        textFormat: Text.PlainText
         color: pill.colors.foreground
         font.pixelSize: pill.theme.caption
         font.weight: Font.DemiBold

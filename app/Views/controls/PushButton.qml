@@ -32,6 +32,7 @@ PlainButton {
     contentItem: Text {
         id: label
         text: button.text
+        textFormat: Text.PlainText
         color: button.textColor
         font.pixelSize: button.textSize
         font.weight: button.prominent ? Font.DemiBold : Font.Normal

@@ -61,6 +61,7 @@ Item {
             Text {
                 Layout.fillWidth: true
                 text: banner.title
+                textFormat: Text.PlainText
                 color: banner.theme.primary
                 font.pixelSize: banner.theme.callout
                 font.weight: Font.DemiBold

@@ -19,12 +19,14 @@ PlainButton {
             id: template
             visible: false
             text: link.numberTemplate
+            textFormat: Text.PlainText
             font: number.font
         }
         Text {
             id: number
             anchors.verticalCenter: parent.verticalCenter
             text: link.numberText
+            textFormat: Text.PlainText
             color: link.theme.increasedContrast ? link.theme.primary : link.theme.tint
             font.pixelSize: link.theme.body
             font.weight: Font.Medium

@@ -98,7 +98,8 @@ FocusScope {
         }
         Text {
             Layout.preferredWidth: Math.max(0, Math.min(implicitWidth, layout.width - layout.fixedWidth))
-            text: row.title
+            // Isolated: a direction mark inside a title ends with the title.
+            text: "\u2068" + row.title + "\u2069"
             textFormat: Text.PlainText
             color: row.theme.primary
             font.pixelSize: row.theme.body
@@ -107,7 +108,7 @@ FocusScope {
             wrapMode: Text.NoWrap
             horizontalAlignment: Text.AlignLeft
             Accessible.role: Accessible.StaticText
-            Accessible.name: text
+            Accessible.name: row.title
         }
         ReviewMarker {
             id: reviewMark
@@ -136,14 +137,14 @@ FocusScope {
             readonly property real cappedWidth: Math.min(implicitWidth, Math.ceil(layout.width / 4))
             Layout.preferredWidth: cappedWidth
             visible: row.widthClass === "regular"
-            text: row.author
+            text: "\u2068" + row.author + "\u2069"
             textFormat: Text.PlainText
             color: row.theme.secondary
             font.pixelSize: row.theme.callout
             elide: Text.ElideRight
             maximumLineCount: 1
             Accessible.role: Accessible.StaticText
-            Accessible.name: text
+            Accessible.name: row.author
         }
         Item { Layout.fillWidth: true; Layout.minimumWidth: 4 }
         PreviewButton {

@@ -31,6 +31,7 @@ Row {
     Text {
         anchors.verticalCenter: parent.verticalCenter
         text: label.status.text
+        textFormat: Text.PlainText
         color: label.kind === "pending" ? label.theme.tertiary : label.theme.secondary
         font.pixelSize: label.theme.body
         Accessible.ignored: true

@@ -43,6 +43,7 @@ PlainButton {
             Text {
                 anchors.verticalCenter: parent.verticalCenter
                 text: picker.currentTitle
+                textFormat: Text.PlainText
                 color: picker.theme.primary
                 font.pixelSize: picker.theme.body
                 Accessible.role: Accessible.StaticText

@@ -28,6 +28,7 @@ GridLayout {
     Text {
         Layout.fillWidth: true
         text: row.title
+        textFormat: Text.PlainText
         color: row.theme.primary
         font.pixelSize: row.theme.body
         elide: Text.ElideRight

@@ -63,6 +63,7 @@ Popover {
         Text {
             Layout.fillWidth: true
             text: editor.panel.placeholdersLine
+            textFormat: Text.PlainText
             color: editor.theme.secondary
             font.pixelSize: editor.theme.caption
             wrapMode: Text.Wrap
@@ -72,6 +73,7 @@ Popover {
         Text {
             Layout.fillWidth: true
             text: editor.hint
+            textFormat: Text.PlainText
             color: editor.theme.secondary
             font.pixelSize: editor.theme.caption
             wrapMode: Text.Wrap

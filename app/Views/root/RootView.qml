@@ -2,9 +2,14 @@
 // over the backdrop. Reads everything from `panel`; keeps no state but the
 // animated progress of the slide between the two screens.
 import QtQuick
+import QtQuick.Controls
 
 Item {
     id: root
+
+    // Every tooltip shares one instance; what it shows comes from outside
+    // (authors, repository names), so it never reads its text as markup.
+    Component.onCompleted: ToolTip.toolTip.contentItem.textFormat = Text.PlainText
 
     required property var panel
     required property var theme

@@ -16,6 +16,7 @@ Item {
         anchors { left: parent.left; right: parent.right; leftMargin: 14; rightMargin: 14 }
         anchors.verticalCenter: parent.verticalCenter
         text: footer.text
+        textFormat: Text.PlainText
         color: footer.theme.secondary
         font.pixelSize: footer.theme.caption
         elide: Text.ElideRight

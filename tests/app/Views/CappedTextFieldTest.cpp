@@ -138,6 +138,34 @@ TEST_F(capped_field, a_paste_over_the_cap_is_refused_whole) {
     }
 }
 
+TEST_F(capped_field, a_paste_loses_its_tabs_and_line_breaks) {
+    struct Row {
+        QString label;
+        QString pasted;
+        QString kept;
+    };
+    const Row table[] = {
+        {"Repository slug", "acme/web\nacme/api\n", "acme/webacme/api"},
+        {"Repository slug", "acme/web\tfeat/*", "acme/webfeat/*"},
+        {"Repository slug", "\r\n\u2028\u2029\u0085\v\f", ""},
+        {"Repository slug", "  acme/web  ", "  acme/web  "},
+    };
+    for (const Row& row : table) {
+        SCOPED_TRACE(row.pasted.toStdString());
+        ASSERT_NE(open(withAddField(""), row.label), nullptr);
+        ASSERT_TRUE(field->hasActiveFocus());
+        paste(row.pasted);
+        EXPECT_EQ(text(), row.kept);
+        // Whatever reaches the core is the text without them.
+        const Sent sent = h.takeSent();
+        if (!row.kept.isEmpty()) EXPECT_FALSE(sent.empty());
+        for (const std::string& message : sent) EXPECT_EQ(message, added(row.kept));
+        // Typed, a tab is refused too.
+        type("\t");
+        EXPECT_EQ(text(), row.kept);
+    }
+}
+
 TEST_F(capped_field, the_pattern_cap_is_2048_bytes) {
     ASSERT_NE(open(withPatternField(std::string(2047, 'p')), "Preview URL pattern"), nullptr);
     type("\u00e9");

@@ -53,8 +53,9 @@ TEST(panel_lists, pr_rows_carry_what_each_delegate_shows_and_says) {
     EXPECT_EQ(at(0, "loadingLabel").toString(), "Loading acme/web");
     EXPECT_EQ(at(1, "key").toString(), "pr-100007");
     EXPECT_EQ(at(1, "title").toString(), "Fix\u00a0login");
+    // Outside text is isolated, so its direction marks end with it.
     EXPECT_EQ(at(1, "numberTemplate").toString(), "#00");
-    EXPECT_EQ(at(1, "authorTooltip").toString(), "by <b>bob</b>");
+    EXPECT_EQ(at(1, "authorTooltip").toString(), "by \u2068<b>bob</b>\u2069");
     EXPECT_EQ(at(1, "previewTooltip").toString(), "Open preview (detected pattern)");
     EXPECT_EQ(at(1, "openLabel").toString(), "Open pull request #7");
     EXPECT_EQ(at(1, "previewLabel").toString(), "Open preview for #7");

@@ -13,6 +13,8 @@
 
 #include "EffectsTestSupport.h"
 #include "Env.h"
+#include "FileStore.h"
+#include "Subprocess.h"
 
 namespace velmar {
 namespace {
@@ -172,6 +174,116 @@ TEST(effect_runner, replies_are_queued_in_order_and_dropped_once_the_runner_is_g
     ASSERT_TRUE(testing::waitUntil([&] { return std::filesystem::exists(done); }));
     QTest::qWait(300);
     EXPECT_EQ(harness.received.size(), 51u);
+}
+
+}  // namespace
+}  // namespace velmar
+
+namespace velmar {
+namespace {
+
+// Alive and not a zombie waiting to be reaped.
+bool alive(const std::string& pid) {
+    const std::string stat = testing::readFile("/proc/" + pid + "/stat");
+    const auto close = stat.rfind(')');
+    return close != std::string::npos && close + 2 < stat.size() && stat[close + 2] != 'Z';
+}
+
+std::vector<std::string> linesOf(const std::string& text) {
+    std::vector<std::string> lines;
+    std::size_t start = 0;
+    for (std::size_t end; (end = text.find('\n', start)) != std::string::npos; start = end + 1)
+        lines.push_back(text.substr(start, end - start));
+    return lines;
+}
+
+TEST(effect_runner, a_hung_gh_is_one_process_at_most_and_ends_with_its_limit) {
+    Scratch scratch;
+    const std::string pids = scratch.path("pids");
+    // Not the last command, so neither shell can replace itself with sleep.
+    const std::string gh = scratch.stub("gh", "echo $$ >> " + pids + "; /bin/sleep 1000; exit 0");
+    struct Row {
+        const char* what;
+        Effect effect;
+        Msg stopped;
+    };
+    const std::vector<Row> rows{
+        {"preflight", effect::GhPreflight{gh}, msg::GhChecked{15}},
+        {"pull requests", effect::FetchPrs{"o/r", gh}, msg::PrsFetched{"o/r\n", false}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.what);
+        std::filesystem::remove(pids);
+        RunnerHarness harness(EffectRunner::Limits{1.0, 1.0, 10, 11});
+        // The first-run screen asks again while the first check still hangs.
+        const int asks = std::holds_alternative<effect::GhPreflight>(row.effect) ? 5 : 1;
+        for (int i = 0; i < asks; ++i)
+            harness.runner->perform(row.effect);
+        std::size_t mostAlive = 0;
+        const auto liveGh = [&] {
+            std::size_t n = 0;
+            for (const auto& pid : linesOf(testing::readFile(pids)))
+                n += alive(pid) ? 1 : 0;
+            mostAlive = std::max(mostAlive, n);
+            return n;
+        };
+        ASSERT_TRUE(testing::waitUntil([&] { return liveGh() == 1; }, 10));
+        ASSERT_TRUE(testing::waitUntil([&] { liveGh(); return !harness.received.empty(); }, 10));
+        EXPECT_EQ(harness.received, Replies{row.stopped});
+        EXPECT_TRUE(testing::waitUntil([&] { return liveGh() == 0; }, 5)) << "gh outlived its limit";
+        EXPECT_EQ(mostAlive, 1u);
+        EXPECT_EQ(linesOf(testing::readFile(pids)).size(), 1u);
+        // Once it is gone, the next check starts afresh.
+        harness.runner->perform(row.effect);
+        ASSERT_TRUE(testing::waitUntil([&] { return linesOf(testing::readFile(pids)).size() == 2; }, 10));
+        Subprocess::endAll(1.0);
+        EXPECT_TRUE(testing::waitUntil([&] { return liveGh() == 0; }, 5)) << "quitting left gh running";
+    }
+}
+
+}  // namespace
+}  // namespace velmar
+
+namespace velmar {
+namespace {
+
+TEST(effect_runner, a_file_that_could_not_be_read_is_kept_once_before_a_save) {
+    struct Row {
+        const char* what;
+        std::optional<std::string> before;  // absent: no file
+        std::optional<std::string> olderKeep;
+        std::optional<std::string> keptAfter;  // absent: no keep beside
+    };
+    const std::string latin1 = "acme/caf\xE9\t\n", big(FileStore::maxFileSize + 1, 'a');
+    const std::vector<Row> rows{
+        {"not UTF-8", latin1, std::nullopt, latin1},
+        {"too large", big, std::nullopt, big},
+        {"an older keep stays", latin1, "first\n", "first\n"},
+        {"readable", "o/r\t\n", std::nullopt, std::nullopt},
+        {"missing", std::nullopt, std::nullopt, std::nullopt},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.what);
+        Scratch scratch;
+        const std::string path = scratch.path("repos.tsv"), keep = path + ".unreadable";
+        if (row.before)
+            testing::writeFile(path, *row.before);
+        if (row.olderKeep)
+            testing::writeFile(keep, *row.olderKeep);
+        RunnerHarness harness;
+        QStringList kept;
+        QObject::connect(harness.runner.get(), &EffectRunner::unreadableKept,
+                         [&](const QString& name) { kept << name; });
+        const Replies written{msg::FileWritten{ConfigFile::repos, true}};
+        for (const char* contents : {"new/one\t\n", "new/two\t\n"})
+            EXPECT_EQ(harness.perform(effect::WriteFile{ConfigFile::repos, path, contents}), written);
+        EXPECT_EQ(testing::readFile(path), "new/two\t\n");
+        EXPECT_EQ(std::filesystem::exists(keep), row.keptAfter.has_value());
+        if (row.keptAfter)
+            EXPECT_EQ(testing::readFile(keep), *row.keptAfter);
+        const bool keptNow = row.keptAfter.has_value() && !row.olderKeep.has_value();
+        EXPECT_EQ(kept, keptNow ? QStringList{"repos.tsv"} : QStringList{});
+    }
 }
 
 }  // namespace

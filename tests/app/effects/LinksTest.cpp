@@ -117,6 +117,42 @@ TEST(links, the_default_handler_opens_an_empty_app_and_the_clipboard_takes_text)
     EXPECT_TRUE(harness.received.empty());
 }
 
+TEST(links, only_web_addresses_reach_a_browser_or_the_default_handler) {
+    DesktopSandbox s;
+    s.entry("sys1", "firefox.desktop", s.recorder("fx") + " %u");
+    UrlCatcher catcher;
+    const std::vector<std::pair<std::string, bool>> rows{  // address, opened
+        {"https://github.com/o/r/pull/1", true},
+        {"HTTP://example.com/x", true},
+        {"javascript:alert(1)", false},
+        {"file:///etc/passwd", false},
+        {"smb://host/share", false},
+        {"x-scheme-handler://run", false},
+        {"data:text/html,<b>x</b>", false},
+        {"https:///no-host", false},
+        {"//github.com/o/r", false},
+    };
+    for (const char* scheme : {"https", "http", "javascript", "file", "smb", "x-scheme-handler", "data"})
+        QDesktopServices::setUrlHandler(scheme, &catcher, "open");
+    RunnerHarness harness;
+    for (const auto& [address, opened] : rows) {
+        SCOPED_TRACE(address);
+        for (const std::string app : {"", "Firefox"}) {
+            catcher.urls.clear();
+            std::filesystem::remove(s.scratch.path("fx.log"));
+            const auto replies = harness.perform(effect::OpenURL{address, app}, opened ? 0 : 1, 10);
+            EXPECT_EQ(replies, opened ? std::vector<Msg>{} : std::vector<Msg>{msg::OpenFailed{}}) << app;
+            // A refused address is answered before any program could start.
+            const bool reached = app.empty() ? !catcher.urls.empty()
+                                 : opened    ? !s.log("fx").empty()
+                                             : std::filesystem::exists(s.scratch.path("fx.log"));
+            EXPECT_EQ(reached, opened) << app;
+        }
+    }
+    for (const char* scheme : {"https", "http", "javascript", "file", "smb", "x-scheme-handler", "data"})
+        QDesktopServices::unsetUrlHandler(scheme);
+}
+
 TEST(browser_detection, running_beats_installed_and_the_process_table_names_running_executables) {
     DesktopSandbox sandbox;
     sandbox.entry("sys1", "google-chrome.desktop", "google-chrome %U");

@@ -44,12 +44,15 @@ TEST(subprocess, reports_status_and_output_of_the_child) {
         {{"printf '%s|' \"$0\" \"$@\"", "zero", "a b", "$(id)", ";", ""}, 0, "zero|a b|$(id)|;||"},
         {{"printf 'a\\377b'; exit 1"}, 1, "a\xEF\xBF\xBD" "b"},
         {{"kill -KILL $$"}, 9, ""},
-        // SIGTERM reaches the child alone; what it started lives on and keeps the pipe.
-        {{"(sleep 1; printf survived) & exec sleep 60"}, 15, "survived", std::nullopt, 0.3},
+        // SIGTERM reaches the child's whole group: what it started ends with it.
+        {{"(sleep 1; printf survived) & exec sleep 60"}, 15, "", std::nullopt, 0.3},
         {{"set -- $(cat /proc/$$/stat); [ \"$6\" = \"$$\" ] && printf own-session"}, 0, "own-session"},
         {{"printf quick"}, 0, "quick", std::nullopt, 0.2},
         {{"(sleep 1; printf late) & printf early"}, 0, "earlylate"},
         {{"head -c 20971520 /dev/zero | tr '\\0' x"}, 0, "20971520 bytes"},
+        // Past the cap the child's group is killed and the output cut.
+        {{"head -c 41943040 /dev/zero | tr '\\0' x"}, 9, "33554432 bytes"},
+        {{"trap '' TERM; while :; do printf %065536d 0; done"}, 9, "33554432 bytes"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.arguments[0]);

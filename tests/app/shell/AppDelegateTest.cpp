@@ -73,6 +73,23 @@ TEST_F(AppDelegateTest, moves_and_resizes_are_reported_only_after_start_up) {
     EXPECT_EQ(*model().lastFrame, (WindowFrame{50, 60, 300, 400}));
 }
 
+// The saved frame above is not UTF-8: the first move writes over it, and the
+// user's file is kept beside first, with a word in the footer.
+TEST_F(AppDelegateTest, a_file_that_could_not_be_read_is_kept_before_the_first_save) {
+    const QString kept = home.filePath(".config/velmar/window.tsv.unreadable");
+    QObject* panel = delegate.window()->rootObject()->property("panel").value<QObject*>();
+    ASSERT_NE(panel, nullptr);
+    EXPECT_FALSE(QFile::exists(kept)) << "kept before any save";
+    delegate.window()->setFramePosition(QPoint(70, 80));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return QFile::exists(kept); }, 5000));
+    QFile file(kept);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(file.readAll().endsWith("\xff\n"));
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        return panel->property("footerText").toString() == "Could not read window.tsv; kept it as window.tsv.unreadable";
+    }, 2000)) << panel->property("footerText").toString().toStdString();
+}
+
 // The window-wide keys are shortcuts of the whole application; a focused
 // text field must still get its editing keys, and Escape in the add field
 // closes only the popover.
