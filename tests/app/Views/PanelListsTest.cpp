@@ -91,7 +91,7 @@ TEST(panel_lists, extras_markers_say_their_state_and_capped_groups_end_with_more
     m.prs[2].checks = ChecksState::running;
     m.prs[2].review = ReviewState::reviewRequired;
     ui::DiffListModel model(PanelLists::prRoles());
-    model.update(PanelLists::prRows(m));
+    model.update(PanelLists::prRows(m, RepoGroup::make(m.listRows())));
     ASSERT_EQ(model.rowCount(), 1 + 40 + 1);
     auto at = [&](int row, const char* role) { return model.get(row, role).toString(); };
     const struct {
