@@ -3,6 +3,7 @@
 // core's update and the program's files in a scratch home.
 #include <gtest/gtest.h>
 
+#include <QProcess>
 #include <filesystem>
 
 #include "EffectsTestSupport.h"
@@ -72,6 +73,22 @@ TEST_F(gh_against_fake_github, suggestions_checks_and_failures_come_back_as_gh_l
     }
     for (const auto& entry : std::filesystem::directory_iterator("."))
         EXPECT_FALSE(entry.path().filename().string().starts_with("pwned"));
+}
+
+TEST_F(gh_against_fake_github, a_query_that_githubs_schema_rejects_is_refused_as_github_refuses_it) {
+    const std::vector<std::pair<const char*, bool>> rows{  // query, accepted
+        {"query Probe { viewer { login } }", true},
+        {"query Probe { viewer { loginName } }", false},
+        {"query Probe { repository(owner: \"a\") { name } }", false},  // a required argument missing
+        {"query Probe($o: String!) { viewer { login } }", false},      // a variable never used
+    };
+    for (const auto& [query, accepted] : rows) {
+        QProcess gh;
+        gh.start("gh", {"api", "graphql", "-f", QStringLiteral("query=") + query});
+        ASSERT_TRUE(gh.waitForFinished(30000)) << query;
+        const QByteArray out = gh.readAllStandardOutput() + gh.readAllStandardError();
+        EXPECT_EQ(!out.contains("invalid query"), accepted) << query << "\n" << out.toStdString();
+    }
 }
 
 // The least of a Store: owns the model, runs update, performs the effects.

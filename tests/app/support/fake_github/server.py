@@ -7,8 +7,11 @@
 # ("query Comments", aliases c0.. over i0..) are answered too; a pull request may carry "oid", "updated",
 # "checks", "review", "mergeable", a repository "deployments" in the fixture's "deployments": {slug: [...]},
 # and "review_requested" lists [slug, number] pairs. Each Comments request's ids go to DIR/comments.log, one
-# request a line; with the npm packages of package-lock.json installed here, every query is first checked against
-# GitHub's schema (schema/schema.graphql) and an invalid one is refused and logged to DIR/invalid.log; every GraphQL request's operation and cost go to DIR/costs.log; rateLimit.cost follows GitHub's published formula (requests per connection / 100, at least 1).
+# request a line. Every query is first checked against GitHub's public schema (github-schema/schema.graphql in
+# the shared folder beside the checkout, or $VELMAR_GITHUB_SCHEMA) by the npm package of package-lock.json, and
+# one the schema rejects is refused as GitHub refuses it and logged to DIR/invalid.log. Without the schema or the
+# validator every query is refused, so a missing check fails tests instead of passing them. Every GraphQL
+# request's operation and cost go to DIR/costs.log; rateLimit.cost follows GitHub's published formula.
 import math
 import http.server, json, os, re, ssl, subprocess, sys, threading
 
@@ -133,17 +136,23 @@ class Handler(http.server.BaseHTTPRequestHandler):
 
 
 here = os.path.dirname(os.path.abspath(__file__))
-validator, validator_lock = None, threading.Lock()
-if os.path.isdir(os.path.join(here, "node_modules", "graphql")):
+schema = os.environ.get("VELMAR_GITHUB_SCHEMA") or os.path.normpath(
+    os.path.join(here, "..", "..", "..", "..", "..", "shared", "github-schema", "schema.graphql"))
+validator, validator_lock, no_validator = None, threading.Lock(), ""
+if not os.path.isfile(schema):
+    no_validator = "no GitHub schema at " + schema
+elif not os.path.isdir(os.path.join(here, "node_modules", "graphql")):
+    no_validator = "the graphql package is not installed (scripts/install-deps)"
+else:
     # The reference implementation checks every query against GitHub's own schema.
-    validator = subprocess.Popen(["node", os.path.join(here, "validate.js"), os.path.join(here, "schema", "schema.graphql")],
+    validator = subprocess.Popen(["node", os.path.join(here, "validate.js"), schema],
                                  stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
 
 
 def schema_errors(query):
-    """Empty when the query is valid against GitHub's schema (or no validator is installed), else the errors."""
+    """Empty when GitHub's schema accepts the query, else why it does not."""
     if validator is None:
-        return ""
+        return no_validator
     with validator_lock:
         validator.stdin.write(json.dumps(query) + "\n")
         validator.stdin.flush()
