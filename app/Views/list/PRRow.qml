@@ -71,6 +71,9 @@ FocusScope {
             + (conflictsMark.visible ? conflictsMark.implicitWidth + spacing : 0)
             + (author.visible ? author.cappedWidth + spacing : 0) + spacing + 4
             + (preview.visible ? preview.implicitWidth + spacing : 0)
+        // In the narrowest window the review and conflicts marks would leave the
+        // title a letter or two; there the title's accessible name carries them.
+        readonly property bool roomForMarks: width >= 180
         x: 14 + 20
         width: parent.width - x - 14
         height: 24
@@ -108,10 +111,12 @@ FocusScope {
             wrapMode: Text.NoWrap
             horizontalAlignment: Text.AlignLeft
             Accessible.role: Accessible.StaticText
-            Accessible.name: row.title
+            Accessible.name: layout.roomForMarks ? row.title
+                : [row.title, row.reviewLabel, row.conflicts ? "Conflicts" : ""].filter(t => t.length > 0).join(", ")
         }
         ReviewMarker {
             id: reviewMark
+            visible: label.length > 0 && layout.roomForMarks
             theme: row.theme
             widthClass: row.widthClass
             label: row.reviewLabel
@@ -119,6 +124,7 @@ FocusScope {
         }
         ReviewMarker {
             id: conflictsMark
+            visible: label.length > 0 && layout.roomForMarks
             theme: row.theme
             widthClass: row.widthClass
             label: row.conflicts ? "Conflicts" : ""

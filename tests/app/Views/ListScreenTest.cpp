@@ -116,19 +116,6 @@ TEST_F(list_screen, preview_menu_lists_browsers_after_the_selected_one) {
     EXPECT_EQ(h.takeSent(), Sent{R"({"browser":2,"id":100007,"msg":"open_preview"})"});
 }
 
-TEST_F(list_screen, preview_tooltip_follows_where_the_link_came_from) {
-    Model m = readyModel();
-    m.repos = {repo(1, "acme/web")};
-    m.prs = {pr(1, 1, "a", "https://x.example", PreviewSource::comment),
-             pr(1, 2, "b", "https://x.example", PreviewSource::pattern),
-             pr(1, 3, "c", "https://x.example", PreviewSource::detected)};
-    h.show(m);
-    EXPECT_EQ(h.find("Open preview for #1")->text(QAccessible::Description),
-              "Open preview (link from the PR's deploy comment)");
-    EXPECT_EQ(h.find("Open preview for #2")->text(QAccessible::Description), "Open preview");
-    EXPECT_EQ(h.find("Open preview for #3")->text(QAccessible::Description), "Open preview (detected pattern)");
-}
-
 TEST_F(list_screen, what_stands_below_the_strip_follows_the_repositories) {
     struct Row { bool reposLoaded; bool hasRepos; bool empty; bool list; };
     for (Row row : {Row{false, false, false, false}, Row{true, false, true, false}, Row{true, true, false, true}}) {

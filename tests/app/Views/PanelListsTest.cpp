@@ -67,14 +67,6 @@ TEST(panel_lists, pr_rows_carry_what_each_delegate_shows_and_says) {
     EXPECT_FALSE(at(3, "spinning").toBool());
 }
 
-TEST(panel_lists, preview_tooltip_by_source) {
-    EXPECT_EQ(ui::previewTooltip(PreviewSource::comment), "Open preview (link from the PR's deploy comment)");
-    EXPECT_EQ(ui::previewTooltip(PreviewSource::pattern), "Open preview");
-    EXPECT_EQ(ui::previewTooltip(PreviewSource::detected), "Open preview (detected pattern)");
-    EXPECT_EQ(ui::previewTooltip(PreviewSource::deployment), "Open preview (from the deployment)");
-    EXPECT_EQ(ui::previewTooltip(std::nullopt), "Open preview");
-}
-
 TEST(panel_lists, extras_markers_say_their_state_and_capped_groups_end_with_more) {
     Model m = readyModel();
     m.checks = true;
