@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "EffectsTestSupport.h"
+#include "FakeGitHubBench.h"
 #include "Model.h"
 
 using namespace velmar;
@@ -112,11 +113,6 @@ Round firstRefresh(bool on, const std::string& path, const testing::FakeGitHub& 
     return r;
 }
 
-double median(std::vector<double> v) {
-    std::sort(v.begin(), v.end());
-    return v[v.size() / 2];
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -124,12 +120,7 @@ int main(int argc, char** argv) {
     QGuiApplication app(argc, argv);
     const int rounds = argc > 1 ? std::max(1, std::atoi(argv[1])) : 3;
     testing::FakeGitHub server;
-    std::string why;
-    if (!server.start(fixture(), why)) {
-        std::fprintf(stderr, "extras_refresh: %s\n", why.c_str());
-        return 1;
-    }
-    server.exportEnvironment("t");
+    if (!bench::startFakeGitHub(server, fixture(), "extras_refresh")) return 1;
     // A gh that takes a second before it starts its work.
     testing::Scratch slow;
     const std::string slowPath = slow.stub("gh", "sleep 1; exec /usr/bin/gh \"$@\"") + ":/usr/bin:/bin";
@@ -146,7 +137,7 @@ int main(int argc, char** argv) {
             }
             std::printf("%-34s %10d %10d %12.2f\n",
                         (std::string(on ? "on, " : "off, ") + (warm ? "a later refresh" : "the first refresh")).c_str(),
-                        last.processes, last.points, median(seconds));
+                        last.processes, last.points, bench::median(seconds));
         }
     }
     return 0;

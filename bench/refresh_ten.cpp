@@ -16,6 +16,7 @@
 
 #include "CommandLines.h"
 #include "EffectsTestSupport.h"
+#include "FakeGitHubBench.h"
 #include "Model.h"
 
 using namespace velmar;
@@ -78,11 +79,6 @@ double directSeconds(const std::string& path) {
     return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
-double median(std::vector<double> v) {
-    std::sort(v.begin(), v.end());
-    return v[v.size() / 2];
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -90,12 +86,7 @@ int main(int argc, char** argv) {
     QGuiApplication app(argc, argv);
     const int rounds = argc > 1 ? std::max(1, std::atoi(argv[1])) : 7;
     testing::FakeGitHub server;
-    std::string why;
-    if (!server.start(fixture(), why)) {
-        std::fprintf(stderr, "refresh_ten: %s\n", why.c_str());
-        return 1;
-    }
-    server.exportEnvironment("t");
+    if (!bench::startFakeGitHub(server, fixture(), "refresh_ten")) return 1;
     const std::string path = "/usr/bin:/bin";
 
     // Store stand-in: each fetch is timed from perform to the reply's arrival.
@@ -152,14 +143,14 @@ int main(int argc, char** argv) {
         if (m.prs.size() != 80)
             std::fprintf(stderr, "refresh_ten: expected 80 rows, got %zu\n", m.prs.size());
     }
-    const double ours = median(totals) - median(direct);
+    const double ours = bench::median(totals) - bench::median(direct);
     std::printf("rounds: %d (medians)\n"
                 "refresh of ten repositories:        %8.1f ms\n"
                 "  perform -> reply, summed:         %8.1f ms\n"
                 "  update and loop, summed:          %8.2f ms\n"
                 "same ten gh scripts run directly:   %8.1f ms\n"
                 "Velmar's own share (refresh - direct): %5.1f ms (%.1f%%)\n",
-                rounds, median(totals), median(ghTimes), median(own), median(direct), ours,
-                100.0 * ours / median(totals));
+                rounds, bench::median(totals), bench::median(ghTimes), bench::median(own), bench::median(direct), ours,
+                100.0 * ours / bench::median(totals));
     return 0;
 }
