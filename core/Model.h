@@ -139,6 +139,9 @@ struct Model {
     void mergeSuggestions(SuggestionSource source, const std::vector<std::string>& names);
     /// The write of the repos file with the current list.
     Effects writeRepos() const;
+    /// Votes the patterns `learned` from one answer's comment links into
+    /// `repo`'s detected pattern; the repos file's write when it changed.
+    Effects learnPattern(Repo& repo, const std::vector<std::string>& learned);
 
     // ---- Browsers (UpdateBrowsers.cpp) ----
     void browsersDetectedFrom(const std::vector<DetectedBrowser>& list);
@@ -174,8 +177,6 @@ struct Model {
 /// refresh. Wraps instead of overflowing for a number near the top of the
 /// 64-bit range.
 std::int64_t prId(std::int64_t repoId, std::int64_t number);
-/// The part of a slug behind its last "/", ignoring empty parts.
-std::string_view repoShortName(std::string_view slug);
 
 /// The core's single step: copies the model, applies the message to the copy.
 std::pair<Model, Effects> update(const Model& model, const Msg& msg);

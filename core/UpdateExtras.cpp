@@ -59,16 +59,13 @@ void attachDeployment(PR& pr, const std::vector<Graphql::Deployment>& deployment
 
 /// Learns the repository's pattern from its rows' comment links, as a plain
 /// fetch does; gives the write of the repos file when it changed.
-Effects learnPattern(Model& m, Repo& repo) {
+Effects learnFromComments(Model& m, Repo& repo) {
     std::vector<std::string> learned;
     for (const auto& p : m.prs)
         if (p.repoId == repo.id)
             if (auto found = Formats::detectPattern(p.commentPreview, p.number))
                 learned.push_back(std::move(*found));
-    auto voted = Formats::votePattern(learned, repo.detectedPattern, repoShortName(repo.name));
-    if (!voted || *voted == repo.detectedPattern) return {};
-    repo.detectedPattern = std::move(*voted);
-    return m.writeRepos();
+    return m.learnPattern(repo, learned);
 }
 
 /// The next query for comment bodies, if any ids wait.
@@ -269,7 +266,7 @@ Effects Model::commentsFetched(const std::string& output) {
         }
         for (auto& r : repos) {
             if (!touched.count(r.id)) continue;
-            append(effects, learnPattern(*this, r));
+            append(effects, learnFromComments(*this, r));
             for (auto& p : prs)
                 if (p.repoId == r.id) p.resolvePreview(r);
         }

@@ -27,7 +27,12 @@ std::int64_t prId(std::int64_t repoId, std::int64_t number) {
                                      static_cast<std::uint64_t>(number));
 }
 
-std::string_view repoShortName(std::string_view slug) { return shortName(slug); }
+Effects Model::learnPattern(Repo& repo, const std::vector<std::string>& learned) {
+    auto voted = Formats::votePattern(learned, repo.detectedPattern, shortName(repo.name));
+    if (!voted || *voted == repo.detectedPattern) return {};
+    repo.detectedPattern = std::move(*voted);
+    return writeRepos();
+}
 
 Effects Model::startNext() {
     // With checks on, one query fetches every queued repository at once.
@@ -88,11 +93,7 @@ Effects Model::prsFetched(const std::string& output, bool ok) {
                 learned.push_back(std::move(*p));
         // Learned before the rows are built, so this same answer already
         // benefits from a newly learned pattern.
-        if (auto voted = Formats::votePattern(learned, repo.detectedPattern, shortName(repo.name));
-            voted && *voted != repo.detectedPattern) {
-            repo.detectedPattern = std::move(*voted);
-            append(effects, writeRepos());
-        }
+        append(effects, learnPattern(repo, learned));
 
         std::erase_if(prs, [&](const PR& p) { return p.repoId == repo.id; });
         prs.reserve(prs.size() + answer.rows.size());
