@@ -80,6 +80,16 @@ struct WaitUntil {
     std::string until;
     bool operator==(const WaitUntil&) const = default;
 };
+/// Show a desktop notification; one with the `key` of a notification still
+/// up takes its place. Empty links offer no action.
+struct Notify {
+    std::string key;
+    std::string summary;
+    std::string body;
+    std::string url;
+    std::string preview;
+    bool operator==(const Notify&) const = default;
+};
 }  // namespace effect
 
 /// The 11 cases of the plain panel, then those of the extras, in the order of
@@ -88,7 +98,7 @@ using Effect = std::variant<effect::ReadFile, effect::WriteFile, effect::FetchPr
                             effect::FetchSuggestions, effect::GhPreflight, effect::BrewProbe,
                             effect::OpenURL, effect::CopyToClipboard, effect::ResolveHome,
                             effect::ResolvePath, effect::DetectBrowsers, effect::FetchBatch,
-                            effect::FetchComments, effect::WaitUntil>;
+                            effect::FetchComments, effect::WaitUntil, effect::Notify>;
 
 using Effects = std::vector<Effect>;
 

@@ -21,13 +21,28 @@ Extras parseExtras(std::string_view text) {
         const std::string value =
             tab == std::string::npos ? std::string()
                                      : text::trimWhitespace(std::string_view(line).substr(tab + 1));
-        if (key == "checks") extras.checks = value == "1";
+        const bool on = value == "1";
+        if (key == "checks") extras.checks = on;
+        else if (key == "notify") extras.notify = on;
+        else if (key == "notify_new") extras.notifyNew = on;
+        else if (key == "notify_checks") extras.notifyChecks = on;
+        else if (key == "notify_review") extras.notifyReview = on;
+        else if (key == "tray") extras.tray = on;
     }
     return extras;
 }
 
 std::string serializeExtras(const Extras& extras) {
-    return std::string("checks\t") + (extras.checks ? "1" : "0") + "\n";
+    std::string text = std::string("checks\t") + (extras.checks ? "1" : "0") + "\n";
+    const auto line = [&](std::string_view key, const std::optional<bool>& value) {
+        if (value) text.append(key).append("\t").append(*value ? "1" : "0").append("\n");
+    };
+    line("notify", extras.notify);
+    line("notify_new", extras.notifyNew);
+    line("notify_checks", extras.notifyChecks);
+    line("notify_review", extras.notifyReview);
+    line("tray", extras.tray);
+    return text;
 }
 
 namespace {

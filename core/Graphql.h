@@ -18,9 +18,17 @@ namespace velmar::Graphql {
 
 struct Extras {
     bool checks = false;
+    // Absent until first switched; written only when present, so a file
+    // that only ever held "checks" stays as it was.
+    std::optional<bool> notify;
+    std::optional<bool> notifyNew;
+    std::optional<bool> notifyChecks;
+    std::optional<bool> notifyReview;
+    std::optional<bool> tray;
     bool operator==(const Extras&) const = default;
 };
-/// Key "checks": "1" is on, any other value off; the last line wins.
+/// Keys "checks", "notify", "notify_new", "notify_checks", "notify_review"
+/// and "tray": "1" is on, any other value off; the last line wins.
 Extras parseExtras(std::string_view text);
 std::string serializeExtras(const Extras& extras);
 

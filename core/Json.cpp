@@ -122,6 +122,30 @@ void fieldsOf(Is<Model> auto& m, auto&& v) {
     v("rateLimitedUntil", m.rateLimitedUntil);
     v("batchCount", m.batchCount);
     v("commentsQueue", m.commentsQueue);
+    v("notify", m.notify);
+    v("notifyNew", m.notifyNew);
+    v("notifyChecks", m.notifyChecks);
+    v("notifyReview", m.notifyReview);
+    v("tray", m.tray);
+    v("seen", m.seen);
+    v("notices", m.notices);
+}
+void fieldsOf(Is<SeenPr> auto& p, auto&& v) {
+    v("repo", p.repo);
+    v("number", p.number);
+    v("author", p.author);
+    v("checks", p.checks);
+}
+void fieldsOf(Is<Seen> auto& s, auto&& v) {
+    v("repos", s.repos);
+    v("failed", s.failed);
+    v("prs", s.prs);
+    v("review", s.review);
+}
+void fieldsOf(Is<Notice> auto& n, auto&& v) {
+    v("key", n.key);
+    v("url", n.url);
+    v("preview", n.preview);
 }
 
 void fieldsOf(Is<msg::WindowRestored> auto& m, auto&& v) { v("frame", m.frame); }
@@ -187,6 +211,17 @@ void fieldsOf(Is<msg::CommentsFetched> auto& m, auto&& v) {
     v("ok", m.ok);
 }
 void fieldsOf(Is<msg::OpenRepoPulls> auto& m, auto&& v) { v("id", m.id); }
+void fieldsOf(Is<msg::SetNotify> auto& m, auto&& v) { v("on", m.on); }
+void fieldsOf(Is<msg::SetNotifyKind> auto& m, auto&& v) {
+    v("kind", m.kind);
+    v("on", m.on);
+}
+void fieldsOf(Is<msg::SetTray> auto& m, auto&& v) { v("on", m.on); }
+void fieldsOf(Is<msg::NotificationAction> auto& m, auto&& v) {
+    v("key", m.key);
+    v("action", m.action);
+}
+void fieldsOf(Is<msg::NotificationClosed> auto& m, auto&& v) { v("key", m.key); }
 
 void fieldsOf(Is<effect::ReadFile> auto& e, auto&& v) {
     v("file", e.file);
@@ -222,6 +257,13 @@ void fieldsOf(Is<effect::FetchComments> auto& e, auto&& v) {
     v("path", e.path);
 }
 void fieldsOf(Is<effect::WaitUntil> auto& e, auto&& v) { v("until", e.until); }
+void fieldsOf(Is<effect::Notify> auto& e, auto&& v) {
+    v("key", e.key);
+    v("summary", e.summary);
+    v("body", e.body);
+    v("url", e.url);
+    v("preview", e.preview);
+}
 
 // Cases without payload have no field list.
 template <typename T, typename Visitor>
@@ -242,14 +284,15 @@ constexpr std::string_view msgNames[] = {
     "cancel_edit", "remove_repo", "move_repo", "copy_repo_name", "open_repo", "copy_repo_link",
     "onboarding_continue", "onboarding_skip", "open_install_page", "copy_command",
     "window_moved", "set_checks", "batch_fetched", "comments_fetched", "rate_wait_over",
-    "open_repo_pulls"};
+    "open_repo_pulls", "set_notify", "set_notify_kind", "set_tray", "notification_action",
+    "notification_closed"};
 static_assert(std::size(msgNames) == std::variant_size_v<Msg>);
 
 constexpr std::string_view effectNames[] = {
     "read_file",      "write_file",   "fetch_prs",    "fetch_suggestions",
     "gh_preflight",   "brew_probe",   "open_url",     "copy_to_clipboard",
     "resolve_home",   "resolve_path", "detect_browsers", "fetch_batch",
-    "fetch_comments", "wait_until"};
+    "fetch_comments", "wait_until", "notify"};
 static_assert(std::size(effectNames) == std::variant_size_v<Effect>);
 
 template <Enumeration E> constexpr std::string_view enumName();
@@ -264,6 +307,7 @@ template <> constexpr std::string_view enumName<ConfigFile>() { return "ConfigFi
 template <> constexpr std::string_view enumName<ChecksState>() { return "ChecksState"; }
 template <> constexpr std::string_view enumName<ReviewState>() { return "ReviewState"; }
 template <> constexpr std::string_view enumName<DeployState>() { return "DeployState"; }
+template <> constexpr std::string_view enumName<NotifyKind>() { return "NotifyKind"; }
 
 // ---- Writing ----
 //

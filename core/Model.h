@@ -9,6 +9,7 @@
 #include <variant>
 #include <vector>
 
+#include "Announce.h"
 #include "Effect.h"
 #include "Msg.h"
 #include "Records.h"
@@ -99,6 +100,18 @@ struct Model {
     std::optional<std::int64_t> batchCount;
     /// Node ids whose comments are still to be asked for, after the query in flight.
     std::optional<std::vector<std::string>> commentsQueue;
+    // ---- Notifications and the tray icon: usable while checks are on, and
+    // absent until first switched on. ----
+    std::optional<bool> notify;
+    /// The kinds of notification; all set when notifications are first turned on.
+    std::optional<bool> notifyNew;
+    std::optional<bool> notifyChecks;
+    std::optional<bool> notifyReview;
+    std::optional<bool> tray;
+    /// What the answers so far showed; absent: the next answer is the baseline.
+    std::optional<Seen> seen;
+    /// The notifications still up, oldest first.
+    std::optional<std::vector<Notice>> notices;
 
     bool operator==(const Model&) const = default;
 
@@ -130,6 +143,28 @@ struct Model {
     /// The text after the counts while refreshing waits for the rate limit.
     std::string rateLimitText() const;
     std::vector<ListRow> extrasRows() const;
+
+    // ---- Notifications and the tray icon (UpdateNotify.cpp) ----
+    bool notifyOn() const { return checksOn() && notify.value_or(false); }
+    bool trayOn() const { return checksOn() && tray.value_or(false); }
+    /// The write of the extras file with every switch it holds.
+    Effects writeExtras() const;
+    Effects setNotify(bool on);
+    Effects setNotifyKind(NotifyKind kind, bool on);
+    Effects setTray(bool on);
+    /// The notifications of one batched answer: `answered` and `failed` are
+    /// the slugs it asked for; the rows are already in. Sets the baseline
+    /// when there is none.
+    Effects announce(const std::vector<std::string>& answered,
+                     const std::vector<std::string>& failed, bool reviewListed);
+    Effects notificationAction(const std::string& key, const std::string& action);
+    void notificationClosed(const std::string& key);
+    /// Pull requests waiting for the viewer's review.
+    std::int64_t reviewWaiting() const;
+    /// The viewer's own pull requests whose checks fail.
+    std::int64_t myChecksFailing() const;
+    /// The tray icon's tooltip: both of the above in words.
+    std::string trayTooltip() const;
 
     // ---- Repositories and suggestions (UpdateRepos.cpp) ----
     Effects addRepo(const std::string& slug);

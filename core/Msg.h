@@ -198,6 +198,31 @@ struct OpenRepoPulls {
     bool operator==(const OpenRepoPulls&) const = default;
 };
 
+// ---- Notifications and the tray icon ----
+struct SetNotify {
+    bool on = false;
+    bool operator==(const SetNotify&) const = default;
+};
+struct SetNotifyKind {
+    NotifyKind kind = NotifyKind::newPrs;
+    bool on = false;
+    bool operator==(const SetNotifyKind&) const = default;
+};
+struct SetTray {
+    bool on = false;
+    bool operator==(const SetTray&) const = default;
+};
+/// The user chose an action ("default", "preview") of a notification.
+struct NotificationAction {
+    std::string key;
+    std::string action;
+    bool operator==(const NotificationAction&) const = default;
+};
+struct NotificationClosed {
+    std::string key;
+    bool operator==(const NotificationClosed&) const = default;
+};
+
 #undef VELMAR_EMPTY_MSG
 }  // namespace msg
 
@@ -215,9 +240,10 @@ using Msg = std::variant<
     msg::CancelEdit, msg::RemoveRepo, msg::MoveRepo, msg::CopyRepoName, msg::OpenRepo,
     msg::CopyRepoLink, msg::OnboardingContinue, msg::OnboardingSkip, msg::OpenInstallPage,
     msg::CopyCommand, msg::WindowMoved, msg::SetChecks, msg::BatchFetched, msg::CommentsFetched,
-    msg::RateWaitOver, msg::OpenRepoPulls>;
+    msg::RateWaitOver, msg::OpenRepoPulls, msg::SetNotify, msg::SetNotifyKind, msg::SetTray,
+    msg::NotificationAction, msg::NotificationClosed>;
 
-static_assert(std::variant_size_v<Msg> == 54);
+static_assert(std::variant_size_v<Msg> == 59);
 
 /// The "msg" text of a case, e.g. "toggle_browser_shown".
 std::string_view msgName(const Msg&);

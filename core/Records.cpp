@@ -55,6 +55,8 @@ constexpr std::array<std::pair<DeployState, std::string_view>, 4> deployStates{
      {DeployState::building, "building"},
      {DeployState::failed, "failed"},
      {DeployState::inactive, "inactive"}}};
+constexpr std::array<std::pair<NotifyKind, std::string_view>, 3> notifyKinds{
+    {{NotifyKind::newPrs, "new_prs"}, {NotifyKind::checks, "checks"}, {NotifyKind::review, "review"}}};
 }  // namespace
 
 std::string_view jsonText(Screen v) { return nameOf(screens, v); }
@@ -68,6 +70,7 @@ std::string_view jsonText(ConfigFile v) { return nameOf(configFiles, v); }
 std::string_view jsonText(ChecksState v) { return nameOf(checksStates, v); }
 std::string_view jsonText(ReviewState v) { return nameOf(reviewStates, v); }
 std::string_view jsonText(DeployState v) { return nameOf(deployStates, v); }
+std::string_view jsonText(NotifyKind v) { return nameOf(notifyKinds, v); }
 
 template <> std::optional<Screen> fromJsonText<Screen>(std::string_view t) { return lookup(screens, t); }
 template <> std::optional<Appearance> fromJsonText<Appearance>(std::string_view t) { return lookup(appearances, t); }
@@ -80,6 +83,7 @@ template <> std::optional<ConfigFile> fromJsonText<ConfigFile>(std::string_view 
 template <> std::optional<ChecksState> fromJsonText<ChecksState>(std::string_view t) { return lookup(checksStates, t); }
 template <> std::optional<ReviewState> fromJsonText<ReviewState>(std::string_view t) { return lookup(reviewStates, t); }
 template <> std::optional<DeployState> fromJsonText<DeployState>(std::string_view t) { return lookup(deployStates, t); }
+template <> std::optional<NotifyKind> fromJsonText<NotifyKind>(std::string_view t) { return lookup(notifyKinds, t); }
 
 std::string fileName(ConfigFile file) { return std::string(jsonText(file)) + ".tsv"; }
 

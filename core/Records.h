@@ -25,6 +25,8 @@ enum class ChecksState { passing, failing, running };
 enum class ReviewState { approved, changesRequested, reviewRequired };
 /// The state of the deployment that belongs to a pull request.
 enum class DeployState { ready, building, failed, inactive };
+/// What a desktop notification may be about; each has a switch of its own.
+enum class NotifyKind { newPrs, checks, review };
 
 inline constexpr std::array<Appearance, 3> allAppearances{Appearance::dark, Appearance::light,
                                                           Appearance::system};
@@ -43,6 +45,7 @@ std::string_view jsonText(ConfigFile);
 std::string_view jsonText(ChecksState);
 std::string_view jsonText(ReviewState);
 std::string_view jsonText(DeployState);
+std::string_view jsonText(NotifyKind);
 
 /// Reverse of jsonText; absent for any other text (exact, case-sensitive).
 template <typename E> std::optional<E> fromJsonText(std::string_view text);

@@ -335,6 +335,21 @@ struct Dispatch {
         return {effect::OpenURL{repoWebAddress(*repo) + "/pulls", m.selectedApp()}};
     }
 
+    // ---- Notifications and the tray icon ----
+
+    Effects operator()(const msg::SetNotify& msg) const { return m.setNotify(msg.on); }
+    Effects operator()(const msg::SetNotifyKind& msg) const {
+        return m.setNotifyKind(msg.kind, msg.on);
+    }
+    Effects operator()(const msg::SetTray& msg) const { return m.setTray(msg.on); }
+    Effects operator()(const msg::NotificationAction& msg) const {
+        return m.notificationAction(msg.key, msg.action);
+    }
+    Effects operator()(const msg::NotificationClosed& msg) const {
+        m.notificationClosed(msg.key);
+        return {};
+    }
+
     // ---- The window ----
 
     Effects operator()(const msg::WindowMoved& msg) const {

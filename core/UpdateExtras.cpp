@@ -98,7 +98,9 @@ Effects Model::setChecks(bool on) {
     // is first turned on. Off is kept as absent, as before any file existed.
     if (on == checksOn()) return {};
     checks = on ? std::optional<bool>(true) : std::nullopt;
-    Effects effects = write(ConfigFile::extras, Graphql::serializeExtras({on}));
+    Effects effects = writeExtras();
+    // Whatever was seen before is no baseline for the first answer after.
+    seen.reset();
     if (!on) {
         // Back to the plain panel: nothing of the extras stays in the rows.
         viewer.reset();
@@ -185,6 +187,7 @@ Effects Model::batchFetched(const std::vector<std::string>& slugs, const std::st
     for (const auto& p : old) before.emplace(p.id, &p);
 
     std::vector<std::string> needComments;
+    std::vector<std::string> answered, failed;
     for (std::size_t i = 0; i < slugs.size(); ++i) {
         Repo* repo = loadingNamed(slugs[i]);
         if (!repo) continue;  // removed while the query ran
@@ -193,8 +196,10 @@ Effects Model::batchFetched(const std::vector<std::string>& slugs, const std::st
         if (!answer.repos[i]) {
             repo->failed = true;
             repo->count = 0;
+            failed.push_back(slugs[i]);
             continue;
         }
+        answered.push_back(slugs[i]);
         const auto& got = *answer.repos[i];
         for (const auto& row : got.prs) {
             PR pr = makeRow(row, *repo, prId(repo->id, row.number));
@@ -234,6 +239,8 @@ Effects Model::batchFetched(const std::vector<std::string>& slugs, const std::st
     } else if (!viewer) {
         reviewPrs.reset();
     }
+
+    append(effects, announce(answered, failed, answer.review.has_value()));
 
     if (answer.rateLimit && answer.rateLimit->limit > 0 &&
         answer.rateLimit->remaining * 10 < answer.rateLimit->limit) {

@@ -3,6 +3,8 @@
 // a queued call on the main thread.
 #include "EffectRunner.h"
 
+#include "DesktopNotifications.h"
+
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QTimer>
@@ -92,6 +94,7 @@ void EffectRunner::perform(const Effect& effect) {
             else if constexpr (std::is_same_v<E, effect::FetchBatch>) fetchBatch(e);
             else if constexpr (std::is_same_v<E, effect::FetchComments>) fetchComments(e);
             else if constexpr (std::is_same_v<E, effect::WaitUntil>) waitUntil(e);
+            else if constexpr (std::is_same_v<E, effect::Notify>) notify(e);
             else static_assert(alwaysFalse<E>, "an Effect case without a handler");
         },
         effect);
@@ -200,6 +203,13 @@ void EffectRunner::waitUntil(const effect::WaitUntil& e) {
     ms = std::clamp<qint64>(ms, 0, 2 * 60 * 60 * 1000);
     QTimer::singleShot(std::chrono::milliseconds(ms), this,
                        [shared = shared_] { post(shared, msg::RateWaitOver{}); });
+}
+
+void EffectRunner::notify(const effect::Notify& e) {
+    if (!notifications_)
+        notifications_ = std::make_unique<DesktopNotifications>(
+            QDBusConnection::sessionBus(), [shared = shared_](Msg msg) { post(shared, std::move(msg)); });
+    notifications_->show(e);
 }
 
 void EffectRunner::fetchSuggestions(const effect::FetchSuggestions& e) {

@@ -23,6 +23,7 @@ namespace velmar {
 namespace FileStore {
 class SerialQueue;
 }
+class DesktopNotifications;
 
 class EffectRunner : public QObject {
     Q_OBJECT
@@ -89,6 +90,7 @@ private:
     void fetchBatch(const effect::FetchBatch& e);
     void fetchComments(const effect::FetchComments& e);
     void waitUntil(const effect::WaitUntil& e);
+    void notify(const effect::Notify& e);
 
     using Answer = std::function<Msg(const std::optional<Subprocess::Result>&)>;
     /// Runs /bin/sh with `arguments` under the command limits; `answer` turns
@@ -100,6 +102,9 @@ private:
     std::shared_ptr<const Shared> shared_;
     Limits limits_;
     std::unique_ptr<FileStore::SerialQueue> files_;
+    // Made on the first notification: with notifications off, the session
+    // bus is never asked for them.
+    std::unique_ptr<DesktopNotifications> notifications_;
     // Set while a check of that kind runs: the first-run screen asks again
     // every few seconds, and a gh that hangs must not pile up behind it.
     std::shared_ptr<std::atomic<bool>> preflightBusy_ = std::make_shared<std::atomic<bool>>(false);

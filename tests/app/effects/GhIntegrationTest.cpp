@@ -6,7 +6,12 @@
 #include <QProcess>
 #include <filesystem>
 
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
 #include "EffectsTestSupport.h"
+#include "PrivateBus.h"
 #include "Model.h"
 
 namespace velmar {
@@ -92,16 +97,20 @@ TEST_F(gh_against_fake_github, a_query_that_githubs_schema_rejects_is_refused_as
 }
 
 // The least of a Store: owns the model, runs update, performs the effects.
+// Links it would open are kept instead, so no browser starts.
 struct MiniStore : QObject {
     MiniStore() : runner(this, [this](Msg msg) { send(msg); }) {}
     void send(const Msg& msg) {
         auto [next, effects] = update(model, msg);
         model = std::move(next);
-        for (const auto& effect : effects)
-            runner.perform(effect);
+        for (const auto& effect : effects) {
+            if (auto* open = std::get_if<effect::OpenURL>(&effect)) opened.push_back(open->url);
+            else runner.perform(effect);
+        }
     }
     Model model;
     EffectRunner runner;
+    std::vector<std::string> opened;
 };
 
 TEST_F(gh_against_fake_github, end_to_end_boot_fetches_every_repository_and_saves_the_learned_pattern) {
@@ -182,6 +191,66 @@ TEST_F(gh_against_fake_github, with_checks_on_one_query_shows_states_and_a_missi
     EXPECT_EQ(log, "PR_acme/web_12 PR_acme/web_13 PR_acme/api_3\nPR_acme/web_13\n");
     ASSERT_EQ(m.reviewPrs->size(), 1u);  // other/lib is not in the fake GitHub
     EXPECT_EQ(describe(m.reviewPrs->front()), "acme/api#3 running review_required - ");
+}
+
+TEST_F(gh_against_fake_github, notifications_of_a_changed_github_reach_the_desktop_and_an_action_opens_the_link) {
+    PrivateBus bus;
+    FakeService notifications(VELMAR_FAKE_NOTIFICATIONS, bus.address, {"--caps", "actions,body"});
+    testing::Scratch home;
+    testing::writeFile(home.path(".config/velmar/repos.tsv"), "acme/web\t\nacme/api\t\n");
+    testing::EnvGuard env({{"VELMAR_HOME", home.path()}, {"SHELL", "/bin/sh"},
+                           {"DBUS_SESSION_BUS_ADDRESS", bus.address.toStdString()}});
+    const auto withRows = [](const std::string& rows, const std::string& review) {
+        std::string f = fixture;
+        const std::string last = "\"updated\": \"UPDATED13\"}";
+        f.replace(f.find(last), last.size(), last + ", " + rows);
+        f.insert(f.find("[[\"acme/api\", 3]") + 1, review);
+        return f;
+    };
+    const std::string mineRunning =
+        R"({"number": 14, "title": "Faster <login> & co", "author": "octo", "branch": "fast", "checks": "PENDING"})";
+    const std::string mineFailed =
+        R"({"number": 14, "title": "Faster <login> & co", "author": "octo", "branch": "fast", "checks": "FAILURE"}, )"
+        R"({"number": 15, "title": "New one", "author": "erin", "branch": "new"})";
+    server->setFixture(withRows(mineRunning, ""));
+
+    MiniStore store;
+    const Model& m = store.model;
+    const auto refreshed = [&] {
+        return m.reposLoaded && m.pathResolved && !m.fetchInFlight && m.gh == GhStatus::ok &&
+               std::all_of(m.repos.begin(), m.repos.end(), [](const Repo& r) { return r.state == RepoState::ok; });
+    };
+    store.send(msg::FileRead{ConfigFile::extras, "checks\t1\nnotify\t1\nnotify_new\t1\nnotify_checks\t1\nnotify_review\t1\n"});
+    store.send(msg::Boot{});
+    // The first answer is the baseline; the second brings the review list, the baseline of its own.
+    ASSERT_TRUE(testing::waitUntil([&] { return refreshed() && m.viewer; }, 60));
+    store.send(msg::Refresh{});
+    ASSERT_TRUE(testing::waitUntil([&] { return refreshed() && m.seen && m.seen->review; }, 60));
+
+    server->setFixture(withRows(mineFailed, "[\"acme/web\", 12], "));
+    store.send(msg::Refresh{});
+    ASSERT_TRUE(testing::waitUntil([&] { return refreshed() && m.notices; }, 60)) << toJson(m).dump();
+    std::vector<QJsonObject> calls;
+    for (int i = 0; i < 3; ++i) calls.push_back(QJsonDocument::fromJson(notifications.nextLine()).object());
+    server->setFixture(fixture);
+    std::vector<std::string> summaries;
+    for (const auto& call : calls) summaries.push_back(call["summary"].toString().toStdString());
+    EXPECT_EQ(summaries, (std::vector<std::string>{"acme/web #12 \u00b7 review requested",
+                                                    "acme/web #14 \u00b7 checks failed",
+                                                    "acme/web #15 \u00b7 new pull request"}));
+    const auto text = [](const QJsonObject& o) { return QJsonDocument(o).toJson(QJsonDocument::Compact).toStdString(); };
+    EXPECT_EQ(text(calls[1]), text(QJsonObject{{"call", "Notify"}, {"app", "Velmar"}, {"replaces", 0}, {"icon", "velmar"},
+                                     {"summary", "acme/web #14 \u00b7 checks failed"},
+                                     {"body", "Faster <login> & co"},
+                                     {"actions", QJsonArray{"default", "Open pull request", "preview", "Open preview"}},
+                                     {"hints", QJsonObject{{"desktop-entry", "velmar"},
+                                                           {"urgency", QJsonObject{{"byte", 1}}}}},
+                                     {"timeout", -1}}));
+
+    // The user clicks the second: its pull request opens.
+    notifications.send("action 2 default");
+    ASSERT_TRUE(testing::waitUntil([&] { return !store.opened.empty(); }, 10));
+    EXPECT_EQ(store.opened, std::vector<std::string>{"https://github.com/acme/web/pull/14"});
 }
 
 }  // namespace

@@ -13,65 +13,16 @@
 #include <memory>
 
 #include "PortalSettings.h"
+#include "PrivateBus.h"
 #include "SingleInstance.h"
 
 using namespace velmar;
 
 namespace {
 
-// A session bus of our own, without service files, so nothing real is started on it.
-struct PrivateBus {
-    QTemporaryDir dir;
-    QProcess daemon;
-    QString address;
-
-    PrivateBus() {
-        QFile config(dir.filePath("bus.conf"));
-        EXPECT_TRUE(config.open(QIODevice::WriteOnly));
-        config.write(("<busconfig><type>session</type><listen>unix:dir=" + dir.path().toUtf8() +
-                      "</listen><policy context=\"default\"><allow send_destination=\"*\" "
-                      "eavesdrop=\"true\"/><allow eavesdrop=\"true\"/><allow own=\"*\"/>"
-                      "</policy></busconfig>"));
-        config.close();
-        daemon.start("dbus-daemon",
-                     {"--nofork", "--print-address=1", "--config-file=" + config.fileName()});
-        EXPECT_TRUE(daemon.waitForReadyRead(5000)) << "dbus-daemon did not start";
-        address = QString::fromUtf8(daemon.readLine().trimmed());
-    }
-    ~PrivateBus() {
-        daemon.kill();
-        daemon.waitForFinished();
-    }
-    // Connection names are process-wide: a name reused would mean an old bus.
-    QDBusConnection connect() {
-        static int connections = 0;
-        return QDBusConnection::connectToBus(address, "test-" + QString::number(++connections));
-    }
-};
-
-// fake_portal.py on the private bus. Debian's python3-dbus and python3-gi
-// belong to the system interpreter.
-struct FakePortal {
-    QProcess process;
-
-    FakePortal(const QString& address, const QStringList& args) {
-        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-        env.insert("DBUS_SESSION_BUS_ADDRESS", address);
-        process.setProcessEnvironment(env);
-        process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        process.start("/usr/bin/python3", QStringList{VELMAR_FAKE_PORTAL} + args);
-        EXPECT_TRUE(waitForLine("ready")) << "the fake portal did not start";
-    }
-    ~FakePortal() {
-        process.closeWriteChannel();
-        if (!process.waitForFinished(3000)) process.kill();
-    }
-    bool waitForLine(const QByteArray& wanted) {
-        while (process.canReadLine() || process.waitForReadyRead(5000))
-            if (process.readLine().trimmed() == wanted) return true;
-        return false;
-    }
-    void send(const QByteArray& line) { process.write(line + '\n'); }
+struct FakePortal : FakeService {
+    FakePortal(const QString& address, const QStringList& args)
+        : FakeService(VELMAR_FAKE_PORTAL, address, args) {}
 };
 
 // Processes events until `done` holds, for five seconds at most.
