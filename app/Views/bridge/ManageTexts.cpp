@@ -42,6 +42,21 @@ QString autoFooter(bool autoRefresh) {
                        : QStringLiteral("Loading updates on demand only.");
 }
 
+namespace {
+const QString needsChecks = QStringLiteral("Needs \u201cChecks, reviews and deployments\u201d on.");
+}  // namespace
+
+QString notifyCaption(const Model& model) {
+    if (!model.checksOn()) return needsChecks;
+    return QStringLiteral("Only what changed since the last refresh. More than three at once come as one.");
+}
+
+QString trayCaption(bool checksOn, bool trayFound) {
+    if (!checksOn) return needsChecks;
+    if (!trayFound) return QStringLiteral("No system tray found. GNOME needs its AppIndicator extension.");
+    return QStringLiteral("Counts the pull requests waiting for your review. GNOME needs its AppIndicator extension.");
+}
+
 QString patternKind(const Repo& repo) {
     if (!repo.pattern.empty()) return QStringLiteral("own");
     if (!repo.detectedPattern.empty()) return QStringLiteral("detected");

@@ -26,6 +26,11 @@ QString browserFooter(BrowserMode mode);
 /// The footer of the general section, shown once the settings are read.
 QString autoFooter(bool autoRefresh);
 
+/// The captions under the notifications and tray switches; the tray's says
+/// whether a tray was found (`trayFound`).
+QString notifyCaption(const Model& model);
+QString trayCaption(bool checksOn, bool trayFound);
+
 /// How a repository's pattern line reads: "own" (its typed pattern),
 /// "detected" (the learned one, marked) or "none".
 QString patternKind(const Repo& repo);

@@ -34,13 +34,28 @@ PanelModel::PanelModel(const Model& model, Send send, BrowserIcons& icons, QObje
     updateLists(model);
 }
 
-PanelModel::Values PanelModel::derive(const Model& model) {
+PanelModel::Values PanelModel::derive(const Model& model, bool trayFound) {
     Values v;
     v.onSettings = model.screen == Screen::manage;
     v.showsOnboarding = model.showsOnboarding();
     v.settingsLoaded = model.settingsLoaded;
     v.autoRefresh = model.autoRefresh;
     v.checksOn = model.checksOn();
+    QVariantList kinds;
+    const auto kind = [&](NotifyKind k, const char* title, const std::optional<bool>& on) {
+        kinds.append(QVariantMap{{QStringLiteral("kind"), QString::fromUtf8(jsonText(k))},
+                                 {QStringLiteral("title"), QString::fromUtf8(title)},
+                                 {QStringLiteral("on"), on.value_or(false)}});
+    };
+    kind(NotifyKind::newPrs, "New pull requests", model.notifyNew);
+    kind(NotifyKind::checks, "Checks finished on my pull requests", model.notifyChecks);
+    kind(NotifyKind::review, "Review requested from me", model.notifyReview);
+    v.attention = {{QStringLiteral("usable"), v.checksOn},
+                   {QStringLiteral("notify"), model.notify.value_or(false)},
+                   {QStringLiteral("kinds"), kinds},
+                   {QStringLiteral("tray"), model.tray.value_or(false)},
+                   {QStringLiteral("notifyCaption"), ManageTexts::notifyCaption(model)},
+                   {QStringLiteral("trayCaption"), ManageTexts::trayCaption(v.checksOn, trayFound)}};
     v.reposLoaded = model.reposLoaded;
     v.hasRepos = !model.repos.empty();
     v.footerText = QString::fromStdString(model.footerText());
@@ -106,15 +121,23 @@ void PanelModel::showNotice(const QString& text, double seconds) {
     emit footerTextChanged();
 }
 
+void PanelModel::setTrayFound(bool found) {
+    if (found == trayFound_) return;
+    trayFound_ = found;
+    now_.attention[QStringLiteral("trayCaption")] = ManageTexts::trayCaption(now_.checksOn, found);
+    emit attentionChanged();
+}
+
 void PanelModel::show(const Model& model) {
     const Values before = now_;
-    now_ = derive(model);
+    now_ = derive(model, trayFound_);
     updateLists(model);
     if (before.onSettings != now_.onSettings) emit screenChanged();
     if (before.showsOnboarding != now_.showsOnboarding) emit showsOnboardingChanged();
     if (before.settingsLoaded != now_.settingsLoaded) emit settingsLoadedChanged();
     if (before.autoRefresh != now_.autoRefresh) emit autoRefreshChanged();
     if (before.checksOn != now_.checksOn) emit checksOnChanged();
+    if (before.attention != now_.attention) emit attentionChanged();
     if (before.reposLoaded != now_.reposLoaded) emit reposLoadedChanged();
     if (before.hasRepos != now_.hasRepos) emit hasReposChanged();
     if (before.footerText != now_.footerText && notice_.isEmpty()) emit footerTextChanged();

@@ -30,6 +30,9 @@ class PanelModel : public QObject {
     Q_PROPERTY(bool settingsLoaded READ settingsLoaded NOTIFY settingsLoadedChanged)
     Q_PROPERTY(bool autoRefresh READ autoRefresh NOTIFY autoRefreshChanged)
     Q_PROPERTY(bool checksOn READ checksOn NOTIFY checksOnChanged)
+    /// The notifications and tray switches: {usable, notify, kinds: [{kind,
+    /// title, on}], tray, notifyCaption, trayCaption}.
+    Q_PROPERTY(QVariantMap attention READ attention NOTIFY attentionChanged)
     Q_PROPERTY(bool reposLoaded READ reposLoaded NOTIFY reposLoadedChanged)
     Q_PROPERTY(bool hasRepos READ hasRepos NOTIFY hasReposChanged)
     Q_PROPERTY(QString footerText READ footerText NOTIFY footerTextChanged)
@@ -101,6 +104,9 @@ public:
     bool settingsLoaded() const { return now_.settingsLoaded; }
     bool autoRefresh() const { return now_.autoRefresh; }
     bool checksOn() const { return now_.checksOn; }
+    QVariantMap attention() const { return now_.attention; }
+    /// Whether a system tray is on the desktop; the shell follows it.
+    void setTrayFound(bool found);
     bool reposLoaded() const { return now_.reposLoaded; }
     bool hasRepos() const { return now_.hasRepos; }
     /// A notice of the shell's own, when one is showing, else the core's text.
@@ -155,6 +161,7 @@ public:
         bool settingsLoaded = false;
         bool autoRefresh = false;
         bool checksOn = false;
+        QVariantMap attention;
         bool reposLoaded = false;
         bool hasRepos = false;
         QString footerText;
@@ -178,7 +185,7 @@ public:
         QString editText;
         bool operator==(const Values&) const = default;
     };
-    static Values derive(const Model& model);
+    static Values derive(const Model& model, bool trayFound = false);
 
 signals:
     void screenChanged();
@@ -186,6 +193,7 @@ signals:
     void settingsLoadedChanged();
     void autoRefreshChanged();
     void checksOnChanged();
+    void attentionChanged();
     void reposLoadedChanged();
     void hasReposChanged();
     void footerTextChanged();
@@ -209,6 +217,7 @@ private:
     BrowserIcons& icons_;
     std::vector<std::int64_t> repoOrder_;  // the watch list's ids, for moveRepoBy
     Values now_;
+    bool trayFound_ = false;
     QString notice_;
     QTimer* noticeTimer_ = nullptr;
     DiffListModel rows_;

@@ -464,5 +464,43 @@ TEST_F(manage_screen, a_long_slug_breaks_at_its_slash_only_in_the_narrowest_pane
     }
 }
 
+TEST_F(manage_screen, notification_and_tray_switches_wait_for_checks_and_send_their_messages) {
+    const QString needs = QStringLiteral("Needs \u201cChecks, reviews and deployments\u201d on.");
+    Model off = settings();
+    show(off);
+    for (const char* name : {"Notifications", "Icon in the system tray"}) {
+        QAccessibleInterface* control = h.find(name);
+        ASSERT_NE(control, nullptr) << name << ": " << names();
+        EXPECT_EQ(control->text(QAccessible::Description), needs) << name;
+        h.press(name);  // greyed: sends nothing
+    }
+    EXPECT_EQ(h.find("New pull requests"), nullptr) << "the kinds show only while notifications are on";
+    EXPECT_EQ(h.takeSent(), Sent{});
+
+    Model on = off;
+    on.checks = true;
+    on.notify = on.notifyNew = on.notifyChecks = on.notifyReview = true;
+    on.notifyChecks = false;
+    setModel(on);
+    const struct {
+        const char* control;
+        Sent sent;
+    } table[] = {
+        {"Notifications", {R"({"msg":"set_notify","on":false})"}},
+        {"New pull requests", {R"({"kind":"new_prs","msg":"set_notify_kind","on":false})"}},
+        {"Checks finished on my pull requests", {R"({"kind":"checks","msg":"set_notify_kind","on":true})"}},
+        {"Review requested from me", {R"({"kind":"review","msg":"set_notify_kind","on":false})"}},
+        {"Icon in the system tray", {R"({"msg":"set_tray","on":true})"}},
+    };
+    for (const auto& row : table) {
+        EXPECT_TRUE(h.press(row.control)) << row.control << ": " << names();
+        QTest::qWait(30);
+        EXPECT_EQ(h.takeSent(), row.sent) << row.control;
+    }
+    // Screen tests have no tray.
+    EXPECT_EQ(h.find("Icon in the system tray")->text(QAccessible::Description),
+              QStringLiteral("No system tray found. GNOME needs its AppIndicator extension."));
+}
+
 }  // namespace
 }  // namespace velmar::testing
