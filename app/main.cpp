@@ -1,6 +1,6 @@
 // The program's entry: the headless driver when "--headless" is among the
 // arguments after the program's own path, else the windowed application.
-#include <QGuiApplication>
+#include <QApplication>
 #include <QIcon>
 #include <QQuickView>
 #include <cstring>
@@ -19,7 +19,8 @@ int main(int argc, char** argv) {
     // of the environment.
     const QString activationToken = velmar::SingleInstance::activationTokenFromEnvironment();
 
-    QGuiApplication app(argc, argv);
+    // A QApplication, not a QGuiApplication: the tray icon's menu is a widget.
+    QApplication app(argc, argv);
     // The session ending, Ctrl+C and a closed terminal quit like "Quit Velmar".
     velmar::QuitSignals quitSignals;
     QObject::connect(&quitSignals, &velmar::QuitSignals::received, &app,

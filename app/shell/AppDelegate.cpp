@@ -24,6 +24,7 @@
 #include "Env.h"
 #include "FileStore.h"
 #include "Formats.h"
+#include "SingleInstance.h"
 #include "Snapshot.h"
 #include "PanelView.h"
 #include "Subprocess.h"
@@ -123,6 +124,16 @@ void AppDelegate::start() {
         reportFrames_ = true;
         placementEcho_ = currentFrame();
     });
+
+    // The tray icon follows the model, and the settings say whether a tray is there.
+    tray_ = std::make_unique<TrayIcon>(
+        QDBusConnection::sessionBus(),
+        TrayIcon::Actions{[this] { SingleInstance::bringForward(window_.get(), QString()); },
+                          [this] { store_.send(msg::Refresh{}); },
+                          [] { QMetaObject::invokeMethod(qApp, &QCoreApplication::quit, Qt::QueuedConnection); }});
+    connect(tray_.get(), &TrayIcon::trayFoundChanged, &panel_, &ui::PanelModel::setTrayFound);
+    connect(&store_, &Store::changed, this, [this] { tray_->follow(store_.model()); });
+    tray_->follow(store_.model());
 
     // Only now the core starts its work, the ticks begin and the automation, if
     // asked for, gets the window it acts on.

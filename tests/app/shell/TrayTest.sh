@@ -1,0 +1,89 @@
+#!/usr/bin/env bash
+# The tray icon in the real program, on Xvfb (the offscreen platform has no tray of either kind), on a
+# private session bus: with the switch on and
+# no tray nothing is registered; a tray that starts after the panel gets the icon, whose tooltip
+# says how many pull requests wait for the viewer's review and that a check of the viewer's failed,
+# with the menu "Show Velmar", "Refresh", "Quit"; the launcher gets the same count; a tray that
+# goes and comes back gets the icon again.
+set -uo pipefail
+[ -n "${DISPLAY:-}" ] || exec xvfb-run -a -s "-screen 0 1280x1024x24" bash "$0" "$@"
+velmar=$1 tray=$2 work=$(mktemp -d) failures=0 bus="" panel="" fake=""
+trap 'exec 3>&- 2>/dev/null; kill $panel $fake $bus 2>/dev/null; rm -rf "$work"' EXIT
+config=$work/home/.config/velmar
+mkdir -p "$config" "$work/bin" "$work/run" && chmod 700 "$work/run"
+printf 'auto\t0\nview\tlist\nonboarded\t1\nappearance\tdark\n' >"$config/settings.tsv"
+printf 'acme/web\t\n' >"$config/repos.tsv"
+printf 'checks\t1\ntray\t1\n' >"$config/extras.tsv"
+printf '#!/bin/sh\nexit 0\n' >"$work/bin/gh" && chmod +x "$work/bin/gh"
+cat >"$work/bus.conf" <<EOF
+<busconfig><type>session</type><listen>unix:dir=$work</listen><policy context="default">
+<allow send_destination="*" eavesdrop="true"/><allow eavesdrop="true"/><allow own="*"/>
+</policy></busconfig>
+EOF
+dbus-daemon --fork --print-address=1 --print-pid=1 --config-file="$work/bus.conf" >"$work/bus"
+bus=$(sed -n 2p "$work/bus")
+export DBUS_SESSION_BUS_ADDRESS=$(sed -n 1p "$work/bus")
+export PATH="$work/bin:$PATH" QT_QPA_PLATFORM=xcb VELMAR_HOME="$work/home" XDG_RUNTIME_DIR="$work/run"
+unset VELMAR_APPEARANCE VELMAR_MATERIAL VELMAR_SNAPSHOT
+fail() { echo "FAIL: $*"; failures=$((failures + 1)); }
+
+# One answer of the batched query: the viewer "ana", her pull request with failing checks, and three
+# pull requests waiting for her review.
+answer=$(python3 - <<'EOF'
+import json
+def pr(n, author, state, repo="acme/web"):
+    return {"id": "PR_%d" % n, "number": n, "title": "T%d" % n, "url": "https://github.com/%s/pull/%d" % (repo, n),
+            "headRefName": "b%d" % n, "headRefOid": "o%d" % n, "isDraft": False, "updatedAt": "2026-01-01T00:00:00Z",
+            "author": {"login": author}, "reviewDecision": None, "mergeable": "MERGEABLE",
+            "statusCheckRollup": {"state": state}}
+review = [dict(pr(n, "bo", "SUCCESS", "acme/api"), repository={"nameWithOwner": "acme/api"}) for n in (1, 2, 3)]
+data = {"viewer": {"login": "ana"}, "r0": {"pullRequests": {"nodes": [pr(7, "ana", "FAILURE")]}},
+        "review": {"nodes": review}}
+print(json.dumps([{"msg": "batch_fetched", "repos": ["acme/web"], "output": json.dumps({"data": data}), "ok": True}]))
+EOF
+)
+
+# lines FILE PATTERN: waits up to ten seconds for a line matching PATTERN in FILE.
+lines() { for _ in $(seq 100); do grep -q "$2" "$1" && return 0; sleep 0.1; done; return 1; }
+
+VELMAR_DEBUG_SEND="$answer" VELMAR_DEBUG_SEND_DELAY=4 timeout 60 "$velmar" 2>"$work/velmar.err" &
+panel=$!
+sleep 2
+# The tray starts after the panel.
+mkfifo "$work/tray.in"
+/usr/bin/python3 "$tray" <"$work/tray.in" >"$work/tray.out" &
+fake=$!
+exec 3>"$work/tray.in"
+lines "$work/tray.out" ready || fail "the fake tray did not start"
+lines "$work/tray.out" '^registered' || fail "no item registered with a tray that came late"
+lines "$work/tray.out" '^launcher 3 1' || fail "the launcher was not told the count: $(cat "$work/tray.out")"
+echo probe >&3
+lines "$work/tray.out" '^{' || fail "no answer to the probe"
+probe=$(grep '^{' "$work/tray.out" | tail -1)
+python3 - "$probe" <<'EOF' || failures=$((failures + 1))
+import json, sys
+item = json.loads(sys.argv[1])
+expected_tooltip = "3 pull requests wait for your review\nChecks failed on 1 of your pull requests"
+problems = []
+if expected_tooltip not in item["tooltip"]:
+    problems.append("tooltip %r" % item["tooltip"])
+if item["menu"] != ["Show Velmar", "Refresh", "[Check for Updates\u2026]", "-", "Quit"]:
+    problems.append("menu %r" % item["menu"])
+if not item["sizes"]:
+    problems.append("no pixmaps")
+for p in problems:
+    print("FAIL:", p)
+sys.exit(1 if problems else 0)
+EOF
+
+# The tray goes away and comes back: the icon registers again.
+exec 3>&-
+wait "$fake"
+: >"$work/tray.out"
+/usr/bin/python3 "$tray" <"$work/tray.in" >"$work/tray.out" &
+fake=$!
+exec 3>"$work/tray.in"
+lines "$work/tray.out" '^registered' || fail "no item registered with a tray that came back"
+
+[ $failures -eq 0 ] || { echo "$failures check(s) failed"; cat "$work/velmar.err" "$work/tray.out"; exit 1; }
+echo "all tray checks passed"
