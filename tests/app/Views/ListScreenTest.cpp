@@ -90,10 +90,10 @@ TEST_F(list_screen, each_control_and_menu_item_sends_its_message) {
         h.takeSent();
         if (*row.rightClickOn) {
             h.rightClick(row.rightClickOn);
-            QTest::qWait(50);
+            EXPECT_TRUE(QTest::qWaitFor([&] { return h.find(row.control) != nullptr; }));
         }
         EXPECT_TRUE(h.press(row.control)) << h.names().join(" | ").toStdString();
-        QTest::qWait(20);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return h.sentCount() > 0; }));
         Sent sent = h.takeSent();
         // Hover messages are the pointer's, not the control's.
         std::erase_if(sent, [](const std::string& s) { return s.find("hover_pr") != std::string::npos; });
@@ -109,7 +109,7 @@ TEST_F(list_screen, preview_menu_lists_browsers_after_the_selected_one) {
     m.selectedBrowser = 3;
     h.show(m);
     h.rightClick("Open preview for #7");
-    QTest::qWait(50);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return h.find("Open in Firefox") != nullptr; }));
     h.takeSent();
     // After the selected browser's entry, one entry per offered browser, by id.
     ASSERT_TRUE(h.press("Open in Firefox"));
@@ -141,8 +141,7 @@ TEST_F(list_screen, strip_marks_the_selected_browser_and_is_absent_without_brows
                   {3, "Chromium", "Chromium", "CH", true, true}, {4, "Opera", "Opera", "OP", false, true}};
     m.selectedBrowser = 3;
     h.setModel(m);
-    QTest::qWait(20);
-    ASSERT_NE(h.find("Open links in"), nullptr);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return h.find("Open links in") != nullptr; }));
     ASSERT_NE(h.find("Firefox"), nullptr);
     ASSERT_NE(h.find("Chromium"), nullptr);
     EXPECT_TRUE(h.find("Chromium")->state().selected);
@@ -163,7 +162,7 @@ TEST_F(list_screen, keyboard_reaches_rows_and_their_menus) {
     QTest::keyClick(&h.view(), Qt::Key_Space);
     EXPECT_EQ(h.takeSent(), (Sent{R"({"id":100007,"msg":"open_pr"})", R"({"id":100007,"msg":"open_pr"})"}));
     QTest::keyClick(&h.view(), Qt::Key_Menu);
-    QTest::qWait(50);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return h.find("Copy link") != nullptr; }));
     QTest::keyClick(&h.view(), Qt::Key_Down);
     QTest::keyClick(&h.view(), Qt::Key_Return);
     EXPECT_EQ(h.takeSent(), Sent{R"({"id":100007,"msg":"copy_pr_link"})"});
@@ -179,20 +178,18 @@ TEST_F(list_screen, a_refresh_keeps_scroll_position_and_an_open_menu) {
     QQuickItem* flick = h.view().rootObject()->findChild<QQuickItem*>("prList");
     ASSERT_NE(flick, nullptr);
     flick->setProperty("contentY", 300);
-    QTest::qWait(20);
     ASSERT_EQ(flick->property("contentY").toDouble(), 300);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return h.find("acme/repo-3") != nullptr; }));
     h.rightClick("acme/repo-3");
-    QTest::qWait(50);
-    ASSERT_NE(h.find("Open on GitHub"), nullptr);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return h.find("Open on GitHub") != nullptr; }));
 
     // A refresh: every repository loading again, one row's title changed.
     for (Repo& r : m.repos) r.state = RepoState::queued;
     m.prs[3].title = "Renamed";
     h.setModel(m);
-    QTest::qWait(50);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return h.find("Loading acme/repo-5") != nullptr; }));
     EXPECT_EQ(flick->property("contentY").toDouble(), 300);
     EXPECT_NE(h.find("Open on GitHub"), nullptr) << "the menu closed";
-    EXPECT_NE(h.find("Loading acme/repo-5"), nullptr);
 }
 
 }  // namespace
@@ -210,9 +207,9 @@ TEST(list_screen_pointer, hovering_a_number_tells_the_core_and_it_underlines) {
     h.takeSent();
     const QPoint link = h.view().mapFromGlobal(h.find("Open pull request #7")->rect().center());
     QTest::mouseMove(&h.view(), link);
-    QTest::qWait(30);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return h.sentCount() == 1; }));
     QTest::mouseMove(&h.view(), QPoint(5, 300));
-    QTest::qWait(30);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return h.sentCount() == 2; }));
     EXPECT_EQ(h.takeSent(), (std::vector<std::string>{R"({"id":100007,"msg":"hover_pr"})",
                                                       R"({"id":100007,"msg":"unhover_pr"})"}));
 }
