@@ -48,7 +48,10 @@ QList<QByteArray> prRoles() {
             "openLabel",   "previewLabel", "groupRows", "rowInGroup",
             // Checks, reviews and deployments; empty while switched off.
             "checks", "checksLabel", "review", "reviewLabel", "conflicts", "deploy", "deployLabel",
-            "moreText"};
+            "moreText",
+            // "Yours": the heading's blocked count and what it reads as, and each
+            // row's repository, since the group mixes them.
+            "blockedLabel", "headingLabel", "repoLabel"};
 }
 
 std::vector<DiffListModel::Row> prRows(const Model& model, const std::vector<RepoGroup>& groups) {
@@ -58,6 +61,8 @@ std::vector<DiffListModel::Row> prRows(const Model& model, const std::vector<Rep
     for (const RepoGroup& group : groups) {
         const Repo& repo = group.repo;
         const QVariant repoId = qint64(repo.id);
+        const bool yours = repo.id == yoursGroupId;
+        const std::int64_t blocked = yours ? model.yoursBlocked() : 0;
         out.push_back(makeRow(roles, q(ListRow{repo}.id()),
                               {{"kind", QStringLiteral("header")},
                                {"repoId", repoId},
@@ -68,7 +73,9 @@ std::vector<DiffListModel::Row> prRows(const Model& model, const std::vector<Rep
                                {"count", qint64(repo.count)},
                                {"countLabel", QStringLiteral("%1 open").arg(repo.count)},
                                {"loadingLabel", QStringLiteral("Loading ") + q(repo.name)},
-                               {"groupRows", int(group.prs.size())}}));
+                               {"groupRows", int(group.prs.size())},
+                               {"blockedLabel", q(blockedLabel(blocked))},
+                               {"headingLabel", q(yours ? yoursHeading(repo.count, blocked) : repo.name)}}));
         const QString numberTemplate = q(group.numberTemplate());
         for (std::size_t k = 0; k < group.prs.size(); ++k) {
             const PR& pr = group.prs[k];
@@ -97,7 +104,8 @@ std::vector<DiffListModel::Row> prRows(const Model& model, const std::vector<Rep
                  {"reviewLabel", q(reviewLabel(pr.review))},
                  {"conflicts", pr.conflicts.value_or(false)},
                  {"deploy", pr.deploy ? q(std::string(jsonText(*pr.deploy))) : QString()},
-                 {"deployLabel", q(deployLabel(pr))}}));
+                 {"deployLabel", q(deployLabel(pr))},
+                 {"repoLabel", yours ? q(pr.repo) : QString()}}));
         }
         if (group.more > 0)
             out.push_back(makeRow(roles, q(ListRow{MoreRow{repo.id, group.more}}.id()),

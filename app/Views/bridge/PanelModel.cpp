@@ -41,6 +41,7 @@ PanelModel::Values PanelModel::derive(const Model& model) {
     v.settingsLoaded = model.settingsLoaded;
     v.autoRefresh = model.autoRefresh;
     v.checksOn = model.checksOn();
+    v.yoursOn = model.yours.value_or(true);
     v.reposLoaded = model.reposLoaded;
     v.hasRepos = !model.repos.empty();
     v.footerText = QString::fromStdString(model.footerText());
@@ -115,6 +116,7 @@ void PanelModel::show(const Model& model) {
     if (before.settingsLoaded != now_.settingsLoaded) emit settingsLoadedChanged();
     if (before.autoRefresh != now_.autoRefresh) emit autoRefreshChanged();
     if (before.checksOn != now_.checksOn) emit checksOnChanged();
+    if (before.yoursOn != now_.yoursOn) emit yoursOnChanged();
     if (before.reposLoaded != now_.reposLoaded) emit reposLoadedChanged();
     if (before.hasRepos != now_.hasRepos) emit hasReposChanged();
     if (before.footerText != now_.footerText && notice_.isEmpty()) emit footerTextChanged();

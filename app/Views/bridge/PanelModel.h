@@ -30,6 +30,8 @@ class PanelModel : public QObject {
     Q_PROPERTY(bool settingsLoaded READ settingsLoaded NOTIFY settingsLoadedChanged)
     Q_PROPERTY(bool autoRefresh READ autoRefresh NOTIFY autoRefreshChanged)
     Q_PROPERTY(bool checksOn READ checksOn NOTIFY checksOnChanged)
+    /// The "Show my pull requests" switch as stored; it acts only with checks on.
+    Q_PROPERTY(bool yoursOn READ yoursOn NOTIFY yoursOnChanged)
     Q_PROPERTY(bool reposLoaded READ reposLoaded NOTIFY reposLoadedChanged)
     Q_PROPERTY(bool hasRepos READ hasRepos NOTIFY hasReposChanged)
     Q_PROPERTY(QString footerText READ footerText NOTIFY footerTextChanged)
@@ -101,6 +103,7 @@ public:
     bool settingsLoaded() const { return now_.settingsLoaded; }
     bool autoRefresh() const { return now_.autoRefresh; }
     bool checksOn() const { return now_.checksOn; }
+    bool yoursOn() const { return now_.yoursOn; }
     bool reposLoaded() const { return now_.reposLoaded; }
     bool hasRepos() const { return now_.hasRepos; }
     /// A notice of the shell's own, when one is showing, else the core's text.
@@ -155,6 +158,7 @@ public:
         bool settingsLoaded = false;
         bool autoRefresh = false;
         bool checksOn = false;
+        bool yoursOn = true;
         bool reposLoaded = false;
         bool hasRepos = false;
         QString footerText;
@@ -186,6 +190,7 @@ signals:
     void settingsLoadedChanged();
     void autoRefreshChanged();
     void checksOnChanged();
+    void yoursOnChanged();
     void reposLoadedChanged();
     void hasReposChanged();
     void footerTextChanged();

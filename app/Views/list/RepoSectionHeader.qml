@@ -20,6 +20,9 @@ FocusScope {
     required property string countLabel
     required property string loadingLabel
     required property int groupRows
+    // "Yours" only: "2 blocked", and the whole heading as read ("Yours, 5 open, 2 blocked").
+    required property string blockedLabel
+    required property string headingLabel
 
     /// Its menu ("Open on GitHub", "Copy Link") is the list's.
     signal menuRequested(Item item, real x, real y)
@@ -56,7 +59,7 @@ FocusScope {
     Component.onCompleted: reportLayout()
 
     Accessible.role: Accessible.Heading
-    Accessible.name: name
+    Accessible.name: headingLabel
     Accessible.description: "Alt+Up or Alt+Down moves it"
     Accessible.focusable: true
     // A heading does nothing of its own; Press offers its menu.
@@ -111,6 +114,7 @@ FocusScope {
             + (spinner.visible ? spinner.implicitWidth + spacing : 0)
             + (failedPill.visible ? failedPill.implicitWidth + spacing : 0)
             + (countPill.visible ? countPill.implicitWidth + spacing : 0)
+            + (blockedPill.visible ? blockedPill.implicitWidth + spacing : 0)
 
         Item {
             Layout.preferredWidth: 14
@@ -146,6 +150,15 @@ FocusScope {
             visible: header.failed
             theme: header.theme
             text: "failed"
+            role: "destructive"
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
+        }
+        Pill {
+            id: blockedPill
+            visible: header.blockedLabel.length > 0
+            theme: header.theme
+            text: header.blockedLabel
             role: "destructive"
             Accessible.role: Accessible.StaticText
             Accessible.name: text
