@@ -59,7 +59,8 @@ FormSection {
                 objectName: "yoursSwitch"
                 theme: section.theme
                 text: "Show my pull requests"
-                tooltip: ""
+                // A screen reader is not told that a control is greyed; it hears why.
+                tooltip: section.panel.checksOn ? "" : "Needs checks, reviews and deployments"
                 showsTitle: false
                 on: section.panel.yoursOn
                 activate: () => section.panel.send({ msg: "set_yours", on: !section.panel.yoursOn })
