@@ -73,6 +73,8 @@ struct Round {
     int processes = 0;
     int points = 0;
     double seconds = 0;
+    /// Rows of "Yours" after the refresh: shows the search was answered.
+    std::size_t yours = 0;
 };
 
 bool isFetch(const Effect& e) {
@@ -132,6 +134,7 @@ Round refresh(Mode mode, const std::string& path, const testing::FakeGitHub& ser
     drive(effects, true);
     result.seconds = std::chrono::duration<double>(Clock::now() - start).count();
     result.points = pointsSince(server, before);
+    result.yours = m.yourPrs ? m.yourPrs->size() : 0;
     return result;
 }
 
@@ -158,7 +161,7 @@ int main(int argc, char** argv) {
 
     std::printf("twenty repositories, five pull requests each, and %d of the viewer's elsewhere; "
                 "medians of %d rounds\n", kMine, rounds);
-    std::printf("%-46s %10s %10s %12s\n", "", "processes", "points", "wall (s)");
+    std::printf("%-46s %10s %10s %12s %6s\n", "", "processes", "points", "wall (s)", "yours");
     for (Mode mode : {Mode::off, Mode::checks, Mode::yours}) {
         for (bool warm : {false, true}) {
             std::vector<double> seconds;
@@ -169,9 +172,9 @@ int main(int argc, char** argv) {
             }
             // The viewer's login comes with the first answer, so the search
             // for "Yours" starts with the second refresh.
-            std::printf("%-46s %10d %10d %12.2f\n",
+            std::printf("%-46s %10d %10d %12.2f %6zu\n",
                         (std::string(modeName(mode)) + ", " + (warm ? "a later refresh" : "the first refresh")).c_str(),
-                        last.processes, last.points, bench::median(seconds));
+                        last.processes, last.points, bench::median(seconds), last.yours);
         }
     }
     return 0;

@@ -51,7 +51,7 @@ QList<QByteArray> prRoles() {
             "moreText",
             // "Yours": the heading's blocked count and what it reads as, and each
             // row's repository, since the group mixes them.
-            "blockedLabel", "headingLabel", "repoLabel"};
+            "blocked", "blockedLabel", "headingLabel", "repoLabel"};
 }
 
 std::vector<DiffListModel::Row> prRows(const Model& model, const std::vector<RepoGroup>& groups) {
@@ -74,6 +74,7 @@ std::vector<DiffListModel::Row> prRows(const Model& model, const std::vector<Rep
                                {"countLabel", QStringLiteral("%1 open").arg(repo.count)},
                                {"loadingLabel", QStringLiteral("Loading ") + q(repo.name)},
                                {"groupRows", int(group.prs.size())},
+                               {"blocked", qint64(blocked)},
                                {"blockedLabel", q(blockedLabel(blocked))},
                                {"headingLabel", q(yours ? yoursHeading(repo.count, blocked) : repo.name)}}));
         const QString numberTemplate = q(group.numberTemplate());

@@ -21,6 +21,7 @@ FocusScope {
     required property string loadingLabel
     required property int groupRows
     // "Yours" only: "2 blocked", and the whole heading as read ("Yours, 5 open, 2 blocked").
+    required property var blocked
     required property string blockedLabel
     required property string headingLabel
 
@@ -156,12 +157,13 @@ FocusScope {
         }
         Pill {
             id: blockedPill
-            visible: header.blockedLabel.length > 0
+            visible: header.blocked > 0
             theme: header.theme
-            text: header.blockedLabel
+            // In the narrowest panel the word would squeeze the group's name.
+            text: header.width < 240 ? String(header.blocked) : header.blockedLabel
             role: "destructive"
             Accessible.role: Accessible.StaticText
-            Accessible.name: text
+            Accessible.name: header.blockedLabel
         }
         Pill {
             id: countPill
