@@ -104,6 +104,12 @@ struct MiniStore : QObject {
         for (const auto& effect : effects)
             runner.perform(effect);
     }
+    /// Everything read, gh known good, and no fetch left.
+    bool idle() const {
+        return model.reposLoaded && model.pathResolved && !model.fetchInFlight && model.gh == GhStatus::ok &&
+               std::all_of(model.repos.begin(), model.repos.end(),
+                           [](const Repo& r) { return r.state == RepoState::ok; });
+    }
     Model model;
     EffectRunner runner;
 };
@@ -146,10 +152,7 @@ TEST_F(gh_against_fake_github, with_checks_on_one_query_shows_states_and_a_missi
     testing::EnvGuard env({{"VELMAR_HOME", home.path()}, {"SHELL", "/bin/sh"}});
     MiniStore store;
     const Model& m = store.model;
-    const auto idle = [&] {
-        return m.reposLoaded && m.pathResolved && !m.fetchInFlight && m.gh == GhStatus::ok &&
-               std::all_of(m.repos.begin(), m.repos.end(), [](const Repo& r) { return r.state == RepoState::ok; });
-    };
+    const auto idle = [&] { return store.idle(); };
     const std::string before = server->commentsLog();
     store.send(msg::FileRead{ConfigFile::extras, "checks\t1\n"});  // as the shell hands it in at start
     store.send(msg::Boot{});
@@ -194,10 +197,7 @@ TEST_F(gh_against_fake_github, yours_finds_the_viewers_pull_requests_anywhere_an
     testing::EnvGuard env({{"VELMAR_HOME", home.path()}, {"SHELL", "/bin/sh"}});
     MiniStore store;
     const Model& m = store.model;
-    const auto idle = [&] {
-        return m.reposLoaded && m.pathResolved && !m.fetchInFlight && m.gh == GhStatus::ok &&
-               std::all_of(m.repos.begin(), m.repos.end(), [](const Repo& r) { return r.state == RepoState::ok; });
-    };
+    const auto idle = [&] { return store.idle(); };
     const auto yours = [&] {
         std::string out;
         for (const auto& pr : *m.yourPrs)
