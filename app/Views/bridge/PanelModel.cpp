@@ -34,6 +34,14 @@ PanelModel::PanelModel(const Model& model, Send send, BrowserIcons& icons, QObje
     updateLists(model);
 }
 
+namespace {
+
+QVariantMap statusMap(const ManageTexts::Status& status) {
+    return {{QStringLiteral("state"), status.state}, {QStringLiteral("text"), status.text}};
+}
+
+}  // namespace
+
 PanelModel::Values PanelModel::derive(const Model& model) {
     Values v;
     v.onSettings = model.screen == Screen::manage;
@@ -47,13 +55,16 @@ PanelModel::Values PanelModel::derive(const Model& model) {
     v.footerText = QString::fromStdString(model.footerText());
     v.windowTitle = !v.showsOnboarding && v.onSettings ? QStringLiteral("Settings")
                                                        : QStringLiteral("Velmar");
-    v.gh = QString::fromUtf8(jsonText(model.gh));
+    v.ghChecking = model.gh == GhStatus::unknown;
+    v.ghMissing = model.gh == GhStatus::missing;
+    v.ghSignedOut = model.gh == GhStatus::loggedOut;
+    v.ghSignedIn = model.gh == GhStatus::ok;
     v.ghInstalled = model.gh == GhStatus::ok || model.gh == GhStatus::loggedOut;
     v.showsGhBanner = model.showsGhBanner();
     v.brewInstalled = model.brewInstalled.value_or(false);
     v.previewMenu = PanelLists::previewMenu(model);
-    v.ghInstalledStatus = ManageTexts::ghInstalled(model.gh);
-    v.ghSignedInStatus = ManageTexts::ghSignedIn(model.gh);
+    v.ghInstalledStatus = statusMap(ManageTexts::ghInstalled(model.gh));
+    v.ghSignedInStatus = statusMap(ManageTexts::ghSignedIn(model.gh));
     v.ghFooter = ManageTexts::ghFooter(model.gh);
     v.browserMode = QString::fromUtf8(jsonText(model.browserMode));
     v.browserFooter = ManageTexts::browserFooter(model.browserMode);
@@ -89,10 +100,6 @@ void PanelModel::updateLists(const Model& model) {
     browserSwitches_.update(PanelLists::browserSwitchRows(model, icons_));
 }
 
-QVariantMap PanelModel::statusMap(const ManageTexts::Status& status) {
-    return {{QStringLiteral("state"), status.state}, {QStringLiteral("text"), status.text}};
-}
-
 void PanelModel::showNotice(const QString& text, double seconds) {
     if (noticeTimer_ == nullptr) {
         noticeTimer_ = new QTimer(this);
@@ -111,26 +118,11 @@ void PanelModel::show(const Model& model) {
     const Values before = now_;
     now_ = derive(model);
     updateLists(model);
-    if (before.onSettings != now_.onSettings) emit screenChanged();
-    if (before.showsOnboarding != now_.showsOnboarding) emit showsOnboardingChanged();
-    if (before.settingsLoaded != now_.settingsLoaded) emit settingsLoadedChanged();
-    if (before.autoRefresh != now_.autoRefresh) emit autoRefreshChanged();
-    if (before.checksOn != now_.checksOn) emit checksOnChanged();
-    if (before.yoursOn != now_.yoursOn) emit yoursOnChanged();
-    if (before.reposLoaded != now_.reposLoaded) emit reposLoadedChanged();
-    if (before.hasRepos != now_.hasRepos) emit hasReposChanged();
+#define VELMAR_NOTIFY_CHANGE(type, name, signal) \
+    if (before.name != now_.name) emit signal();
+    VELMAR_PANEL_VALUES(VELMAR_NOTIFY_CHANGE)
+#undef VELMAR_NOTIFY_CHANGE
     if (before.footerText != now_.footerText && notice_.isEmpty()) emit footerTextChanged();
-    if (before.windowTitle != now_.windowTitle) emit windowTitleChanged();
-    if (before.gh != now_.gh || before.showsGhBanner != now_.showsGhBanner) emit ghChanged();
-    if (before.brewInstalled != now_.brewInstalled) emit brewInstalledChanged();
-    if (before.previewMenu != now_.previewMenu) emit previewMenuChanged();
-    if (before.browserMode != now_.browserMode) emit browserModeChanged();
-    if (before.appearance != now_.appearance) emit appearanceChanged();
-    if (before.addOpen != now_.addOpen) emit addOpenChanged();
-    if (before.addText != now_.addText) emit addTextChanged();
-    if (before.canSubmitAdd != now_.canSubmitAdd) emit canSubmitAddChanged();
-    if (before.editingRepo != now_.editingRepo) emit editingRepoChanged();
-    if (before.editText != now_.editText) emit editTextChanged();
 }
 
 bool PanelModel::moveRepoBy(const QVariant& id, int delta) {
