@@ -64,7 +64,7 @@ FormSection {
                 tooltip: section.panel.checksOn ? "" : "Needs checks, reviews and deployments"
                 showsTitle: false
                 on: section.panel.yoursOn
-                activate: () => section.panel.send({ msg: "set_yours", on: !section.panel.yoursOn })
+                onClicked: section.panel.send({ msg: "set_yours", on: !section.panel.yoursOn })
             }
         }
     }
