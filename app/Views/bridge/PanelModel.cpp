@@ -20,13 +20,13 @@ PanelModel::PanelModel(const Model& model, Send send, BrowserIcons& icons, QObje
       send_(std::move(send)),
       icons_(icons),
       now_(derive(model)),
-      rows_(PanelLists::prRoles(), this),
-      browsers_(PanelLists::browserRoles(), this),
+      rows_(roleNames<PanelLists::PrRoles>(), this),
+      browsers_(roleNames<PanelLists::BrowserRoles>(), this),
       listDrag_(0.3, 0),
       manageDrag_(std::nullopt, 34),
-      watchedRepos_(PanelLists::repoRoles(), this),
-      suggestions_(PanelLists::suggestionRoles(), this),
-      browserSwitches_(PanelLists::browserSwitchRoles(), this) {
+      watchedRepos_(roleNames<PanelLists::RepoRoles>(), this),
+      suggestions_(roleNames<PanelLists::SuggestionRoles>(), this),
+      browserSwitches_(roleNames<PanelLists::BrowserSwitchRoles>(), this) {
     // Both lists end a drag the same way: one move to the target index,
     // which counts the groups shown, a prefix of the watch list.
     for (RepoDragTracker* drag : {&listDrag_, &manageDrag_})

@@ -34,9 +34,9 @@ class PanelModel : public QObject {
     Q_PROPERTY(QString footerText READ footerText NOTIFY footerTextChanged)
     Q_PROPERTY(QString ghLoginCommand READ ghLoginCommand CONSTANT)
     Q_PROPERTY(QString brewInstallCommand READ brewInstallCommand CONSTANT)
-    /// The pull request list's headings and rows (roles: PanelLists::prRoles).
+    /// The pull request list's headings and rows (roles: PanelLists::PrRoles).
     Q_PROPERTY(velmar::ui::DiffListModel* rows READ rows CONSTANT)
-    /// The browser tiles (roles: PanelLists::browserRoles).
+    /// The browser tiles (roles: PanelLists::BrowserRoles).
     Q_PROPERTY(velmar::ui::DiffListModel* browsers READ browsers CONSTANT)
     /// Dragging of the list's groups by their headings, after a hold of 0.3 s.
     Q_PROPERTY(velmar::ui::RepoDragTracker* listDrag READ listDrag CONSTANT)
@@ -49,11 +49,11 @@ class PanelModel : public QObject {
     /// The byte caps of the slug and pattern fields.
     Q_PROPERTY(int slugCapacity READ slugCapacity CONSTANT)
     Q_PROPERTY(int patternCapacity READ patternCapacity CONSTANT)
-    /// The watch list (roles: PanelLists::repoRoles).
+    /// The watch list (roles: PanelLists::RepoRoles).
     Q_PROPERTY(velmar::ui::DiffListModel* watchedRepos READ watchedRepos CONSTANT)
-    /// The filtered suggestions (roles: PanelLists::suggestionRoles).
+    /// The filtered suggestions (roles: PanelLists::SuggestionRoles).
     Q_PROPERTY(velmar::ui::DiffListModel* suggestions READ suggestions CONSTANT)
-    /// Every known browser with its switch (roles: PanelLists::browserSwitchRoles).
+    /// Every known browser with its switch (roles: PanelLists::BrowserSwitchRoles).
     Q_PROPERTY(velmar::ui::DiffListModel* browserSwitches READ browserSwitches CONSTANT)
 public:
     /// How the screens' messages reach the core.
