@@ -61,6 +61,36 @@ TEST_F(list_screen, draft_marker_and_author_follow_the_width_class) {
     }
 }
 
+TEST_F(list_screen, yours_reads_its_blocked_count_and_shows_each_repository_where_there_is_room) {
+    Model m = twoRepos();
+    m.checks = true;
+    m.yourPrs.emplace();
+    const char* const slugs[] = {"acme-corporation-international/design-system-components", "ana/dotfiles"};
+    for (int n = 1; n <= 2; ++n) {
+        PR mine = pr(yoursGroupId, n, "Mine " + std::to_string(n));
+        mine.id = -n;
+        mine.repo = slugs[n - 1];
+        if (n == 1) mine.conflicts = true;
+        m.yourPrs->push_back(mine);
+    }
+    // The repository stands in the row from compact up; in the narrowest rows it is the tooltip.
+    for (const auto& [width, shown] : {std::pair{260, false}, std::pair{360, true}, std::pair{520, true}}) {
+        SCOPED_TRACE(width);
+        h.show(m, width);
+        EXPECT_NE(h.find("Yours, 2 open, 1 blocked", QAccessible::Heading), nullptr) << h.names().join(" | ").toStdString();
+        EXPECT_NE(h.find("1 blocked"), nullptr);
+        EXPECT_EQ(h.find("ana/dotfiles", QAccessible::StaticText) != nullptr, shown);
+        // The row's own name carries it at every width.
+        EXPECT_NE(h.find("Mine 2, ana/dotfiles", QAccessible::ListItem), nullptr);
+        if (shown) {
+            // A long name is cut, and the title keeps most of the row.
+            QAccessibleInterface* label = h.find(slugs[0], QAccessible::StaticText);
+            ASSERT_NE(label, nullptr);
+            EXPECT_LE(label->rect().width(), width / 4 + 1);
+        }
+    }
+}
+
 TEST_F(list_screen, each_control_and_menu_item_sends_its_message) {
     Model m = twoRepos();
     m.browsers = {{1, "System default", "", "SD", false, true}, {2, "Firefox", "Firefox", "FI", true, true}};
