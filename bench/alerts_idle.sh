@@ -13,14 +13,8 @@ work=$(mktemp -d) bus="" fakes=()
 trap 'for p in "${fakes[@]}"; do kill "$p" 2>/dev/null; done; kill $bus 2>/dev/null; rm -rf "$work"' EXIT
 mkdir -p "$work/bin" "$work/run" && chmod 700 "$work/run"
 printf '#!/bin/sh\nexit 0\n' >"$work/bin/gh" && chmod +x "$work/bin/gh"
-cat >"$work/bus.conf" <<EOF
-<busconfig><type>session</type><listen>unix:dir=$work</listen><policy context="default">
-<allow send_destination="*" eavesdrop="true"/><allow eavesdrop="true"/><allow own="*"/>
-</policy></busconfig>
-EOF
-dbus-daemon --fork --print-address=1 --print-pid=1 --config-file="$work/bus.conf" >"$work/bus"
-bus=$(sed -n 2p "$work/bus")
-export DBUS_SESSION_BUS_ADDRESS=$(sed -n 1p "$work/bus")
+. "$support/private_bus.sh"
+private_bus "$work"
 export PATH="$work/bin:$PATH" QT_QPA_PLATFORM=${QT_QPA_PLATFORM:-offscreen} XDG_RUNTIME_DIR="$work/run"
 unset VELMAR_APPEARANCE VELMAR_MATERIAL VELMAR_SNAPSHOT
 for fake in fake_tray.py fake_notifications.py; do

@@ -18,6 +18,9 @@ namespace velmar::Graphql {
 
 struct Extras {
     bool checks = false;
+    /// The viewer's own pull requests; absent while the file has no such
+    /// line, which counts as on, so the first "checks" on brings them too.
+    std::optional<bool> yours;
     // Absent until first switched; written only when present, so a file
     // that only ever held "checks" stays as it was.
     std::optional<bool> notify;
@@ -27,22 +30,27 @@ struct Extras {
     std::optional<bool> tray;
     bool operator==(const Extras&) const = default;
 };
-/// Keys "checks", "notify", "notify_new", "notify_checks", "notify_review"
-/// and "tray": "1" is on, any other value off; the last line wins.
+/// Keys "checks", "yours", "notify", "notify_new", "notify_checks",
+/// "notify_review" and "tray": "1" is on, any other value off; the last line wins.
 Extras parseExtras(std::string_view text);
 std::string serializeExtras(const Extras& extras);
 
 // ---- The batched query ----
 
 /// The text of the query for `repoCount` repositories (aliases r0, r1, ...),
-/// with the search for review requests when `withReview`. Slugs never appear
-/// in it: they are the variables o0/n0, o1/n1, ... and q.
-std::string batchQuery(std::size_t repoCount, bool withReview);
+/// with the search for review requests when `withReview` and the one for the
+/// viewer's own open pull requests when `withYours`. Slugs never appear in it:
+/// they are the variables o0/n0, o1/n1, ..., q and a.
+std::string batchQuery(std::size_t repoCount, bool withReview, bool withYours = false);
 /// The search text of the pull requests that wait for `login`'s review.
 std::string reviewSearch(std::string_view login);
+/// The search text of `login`'s own open pull requests.
+std::string yoursSearch(std::string_view login);
 /// Arguments after "gh": api graphql, the query and every slug as -f values.
+/// Both searches need the viewer's login; without it neither is asked.
 std::vector<std::string> batchArguments(const std::vector<std::string>& repos,
-                                        const std::optional<std::string>& viewer);
+                                        const std::optional<std::string>& viewer,
+                                        bool withYours = false);
 
 struct Deployment {
     std::string environment;
@@ -66,7 +74,7 @@ struct PullRequest {
     std::optional<ChecksState> checks;
     std::optional<ReviewState> review;
     bool conflicts = false;
-    std::string repo;  // nameWithOwner, filled for the review search only
+    std::string repo;  // nameWithOwner, filled for the searches only
     bool operator==(const PullRequest&) const = default;
 };
 
@@ -91,6 +99,7 @@ struct BatchAnswer {
     std::vector<std::optional<RepoAnswer>> repos;
     std::optional<std::string> viewer;
     std::optional<std::vector<PullRequest>> review;
+    std::optional<std::vector<PullRequest>> yours;
     std::optional<RateLimit> rateLimit;
     /// GitHub refused the query for the rate limit.
     bool rateLimited = false;

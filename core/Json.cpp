@@ -119,6 +119,8 @@ void fieldsOf(Is<Model> auto& m, auto&& v) {
     v("checks", m.checks);
     v("viewer", m.viewer);
     v("reviewPrs", m.reviewPrs);
+    v("yours", m.yours);
+    v("yourPrs", m.yourPrs);
     v("rateLimitedUntil", m.rateLimitedUntil);
     v("batchCount", m.batchCount);
     v("commentsQueue", m.commentsQueue);
@@ -211,6 +213,7 @@ void fieldsOf(Is<msg::CommentsFetched> auto& m, auto&& v) {
     v("ok", m.ok);
 }
 void fieldsOf(Is<msg::OpenRepoPulls> auto& m, auto&& v) { v("id", m.id); }
+void fieldsOf(Is<msg::SetYours> auto& m, auto&& v) { v("on", m.on); }
 void fieldsOf(Is<msg::SetNotify> auto& m, auto&& v) { v("on", m.on); }
 void fieldsOf(Is<msg::SetNotifyKind> auto& m, auto&& v) {
     v("kind", m.kind);
@@ -251,6 +254,7 @@ void fieldsOf(Is<effect::FetchBatch> auto& e, auto&& v) {
     v("repos", e.repos);
     v("viewer", e.viewer);
     v("path", e.path);
+    v("yours", e.yours);
 }
 void fieldsOf(Is<effect::FetchComments> auto& e, auto&& v) {
     v("ids", e.ids);
@@ -284,8 +288,8 @@ constexpr std::string_view msgNames[] = {
     "cancel_edit", "remove_repo", "move_repo", "copy_repo_name", "open_repo", "copy_repo_link",
     "onboarding_continue", "onboarding_skip", "open_install_page", "copy_command",
     "window_moved", "set_checks", "batch_fetched", "comments_fetched", "rate_wait_over",
-    "open_repo_pulls", "set_notify", "set_notify_kind", "set_tray", "notification_action",
-    "notification_closed"};
+    "open_repo_pulls", "set_yours", "set_notify", "set_notify_kind", "set_tray",
+    "notification_action", "notification_closed"};
 static_assert(std::size(msgNames) == std::variant_size_v<Msg>);
 
 constexpr std::string_view effectNames[] = {

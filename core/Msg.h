@@ -197,6 +197,10 @@ struct OpenRepoPulls {
     std::int64_t id = 0;
     bool operator==(const OpenRepoPulls&) const = default;
 };
+struct SetYours {
+    bool on = false;
+    bool operator==(const SetYours&) const = default;
+};
 
 // ---- Notifications and the tray icon ----
 struct SetNotify {
@@ -240,10 +244,10 @@ using Msg = std::variant<
     msg::CancelEdit, msg::RemoveRepo, msg::MoveRepo, msg::CopyRepoName, msg::OpenRepo,
     msg::CopyRepoLink, msg::OnboardingContinue, msg::OnboardingSkip, msg::OpenInstallPage,
     msg::CopyCommand, msg::WindowMoved, msg::SetChecks, msg::BatchFetched, msg::CommentsFetched,
-    msg::RateWaitOver, msg::OpenRepoPulls, msg::SetNotify, msg::SetNotifyKind, msg::SetTray,
-    msg::NotificationAction, msg::NotificationClosed>;
+    msg::RateWaitOver, msg::OpenRepoPulls, msg::SetYours, msg::SetNotify, msg::SetNotifyKind,
+    msg::SetTray, msg::NotificationAction, msg::NotificationClosed>;
 
-static_assert(std::variant_size_v<Msg> == 59);
+static_assert(std::variant_size_v<Msg> == 60);
 
 /// The "msg" text of a case, e.g. "toggle_browser_shown".
 std::string_view msgName(const Msg&);

@@ -180,6 +180,7 @@ inline constexpr std::int64_t fullCommentsEvery = 10;
 /// At most this many node ids in one query for comments.
 inline constexpr std::size_t maxNodesPerQuery = 100;
 inline constexpr std::string_view reviewGroupName = "Needs your review";
+inline constexpr std::string_view yoursGroupName = "Yours";
 }  // namespace Constants
 
 namespace Flash {

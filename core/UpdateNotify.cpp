@@ -22,7 +22,7 @@ std::string plural(std::int64_t n, std::string_view one, std::string_view many) 
 
 Effects Model::writeExtras() const {
     return write(ConfigFile::extras,
-                 Graphql::serializeExtras({checksOn(), notify, notifyNew, notifyChecks, notifyReview, tray}));
+                 Graphql::serializeExtras({checksOn(), yours, notify, notifyNew, notifyChecks, notifyReview, tray}));
 }
 
 Effects Model::setNotify(bool on) {

@@ -96,6 +96,7 @@ Effects Model::fileRead(ConfigFile file, const std::string& contents) {
         case ConfigFile::extras: {
             const Graphql::Extras extras = Graphql::parseExtras(contents);
             checks = extras.checks ? std::optional<bool>(true) : std::nullopt;
+            yours = extras.yours;
             notify = extras.notify;
             notifyNew = extras.notifyNew;
             notifyChecks = extras.notifyChecks;

@@ -177,7 +177,7 @@ std::vector<std::string> ghArguments(const std::vector<std::string>& args) {
 // gh prints the raw JSON and exits 1 when the answer holds any error; the
 // output is read whatever the status, so one missing repository fails alone.
 void EffectRunner::fetchBatch(const effect::FetchBatch& e) {
-    runCommand(ghArguments(Graphql::batchArguments(e.repos, e.viewer)), e.path, true,
+    runCommand(ghArguments(Graphql::batchArguments(e.repos, e.viewer, e.yours.value_or(false))), e.path, true,
                [repos = e.repos](const std::optional<Subprocess::Result>& result) -> Msg {
                    if (!result)
                        return msg::BatchFetched{repos, std::string(), false};

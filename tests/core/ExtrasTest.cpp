@@ -302,9 +302,10 @@ TEST(extras_queue, one_query_for_every_repository_and_a_failure_stays_alone) {
     EXPECT_FALSE(m.isRefreshing());
     EXPECT_FALSE(m.flash);
 
-    // The next refresh asks with the login, so the review search is included.
+    // The next refresh asks with the login, so the review search is included,
+    // and the viewer's own pull requests, on unless switched off.
     effects = m.refresh();
-    EXPECT_EQ(effects[1], Effect(effect::FetchBatch{{"acme/web", "acme/api"}, "ana", kPath}));
+    EXPECT_EQ(effects[1], Effect(effect::FetchBatch{{"acme/web", "acme/api"}, "ana", kPath, true}));
 }
 
 TEST(extras_queue, comments_only_for_new_or_changed_pull_requests_and_all_every_tenth) {

@@ -80,6 +80,7 @@ TEST(json_msg, every_case_reads_back_as_written) {
         R"({"msg":"set_checks","on":true})",
         R"({"msg":"batch_fetched","ok":false,"output":"{}","repos":["acme/web","o/r"]})",
         R"({"msg":"comments_fetched","ok":true,"output":""})", "rate_wait_over", "#open_repo_pulls",
+        R"({"msg":"set_yours","on":false})",
         R"({"msg":"set_notify","on":true})", R"({"kind":"new_prs","msg":"set_notify_kind","on":false})",
         R"({"msg":"set_tray","on":true})",
         R"({"action":"preview","key":"acme/web#12","msg":"notification_action"})",

@@ -2,13 +2,14 @@
 // the author where there is room, and the preview button when a preview is
 // known. The row keeps its height of 24 whatever the title holds.
 import QtQuick
+import Velmar.Views
 import QtQuick.Controls
 import QtQuick.Layouts
 
 FocusScope {
     id: row
-    required property var theme
-    required property var panel
+    required property Theme theme
+    required property PanelModel panel
     required property string widthClass
     required property int index
     required property var repoId
@@ -32,6 +33,8 @@ FocusScope {
     required property bool conflicts
     required property string deploy
     required property string deployLabel
+    /// "owner/repo" in a group that mixes repositories ("Yours"); else empty.
+    required property string repoLabel
 
     /// The number's and the preview button's menus are the list's, shared by all rows.
     signal linkMenuRequested(Item item, real x, real y)
@@ -43,6 +46,8 @@ FocusScope {
     /// The row's group is the one being dragged: it moves with its heading,
     /// above the heading's plate.
     readonly property bool lifted: drag.dragId === repoId
+    // The texts that are not empty, as one phrase for the screen reader.
+    function joined(parts) { return parts.filter(t => t.length > 0).join(", ") }
     // As the heading: under it by the divider's 11, the heading's 24 and
     // 24 a row when lifted, else in place or moved aside with its group.
     property real shownTop: lifted ? drag.draggedTop + 11 + 24 * (1 + rowInGroup) : y + drag.shiftOf(repoId, drag.shiftsRevision)
@@ -54,11 +59,13 @@ FocusScope {
     z: lifted || glide.running ? 2 : 0
 
     Accessible.role: Accessible.ListItem
-    Accessible.name: title
+    Accessible.name: repoLabel.length > 0 ? title + ", " + repoLabel : title
 
     // The author stands in the row when there is room; else it is the row's tooltip.
+    // A repository stands in its place, also when compact, and is always the tooltip,
+    // since it is often cut.
     HoverHandler { id: rowHover }
-    ToolTip.text: row.widthClass === "regular" ? "" : row.authorTooltip
+    ToolTip.text: row.repoLabel.length > 0 ? row.repoLabel : row.widthClass === "regular" ? "" : row.authorTooltip
     ToolTip.visible: rowHover.hovered && !preview.hovered && ToolTip.text.length > 0
     ToolTip.delay: 700
 
@@ -87,7 +94,7 @@ FocusScope {
             numberTemplate: row.numberTemplate
             underlined: row.hovered
             text: row.openLabel
-            activate: () => row.panel.send({ msg: "open_pr", id: row.prId })
+            onClicked: row.panel.send({ msg: "open_pr", id: row.prId })
             onHoveredChanged: row.panel.send({ msg: hovered ? "hover_pr" : "unhover_pr", id: row.prId })
             onMenuRequested: (x, y) => row.linkMenuRequested(link, x, y)
             onActiveFocusChanged: if (activeFocus) row.ListView.view.positionViewAtIndex(row.index, ListView.Contain)
@@ -112,7 +119,7 @@ FocusScope {
             horizontalAlignment: Text.AlignLeft
             Accessible.role: Accessible.StaticText
             Accessible.name: layout.roomForMarks ? row.title
-                : [row.title, row.reviewLabel, row.conflicts ? "Conflicts" : ""].filter(t => t.length > 0).join(", ")
+                : row.joined([row.title, row.reviewLabel, row.conflicts ? "Conflicts" : ""])
         }
         ReviewMarker {
             id: reviewMark
@@ -142,15 +149,17 @@ FocusScope {
             // a quarter of the row and is cut at its end past that.
             readonly property real cappedWidth: Math.min(implicitWidth, Math.ceil(layout.width / 4))
             Layout.preferredWidth: cappedWidth
-            visible: row.widthClass === "regular"
-            text: "\u2068" + row.author + "\u2069"
+            readonly property string shown: row.repoLabel.length > 0 ? row.repoLabel : row.author
+            visible: row.widthClass === "regular" || (row.repoLabel.length > 0 && row.widthClass === "compact")
+            text: "\u2068" + shown + "\u2069"
             textFormat: Text.PlainText
             color: row.theme.secondary
             font.pixelSize: row.theme.callout
-            elide: Text.ElideRight
+            // A repository keeps its owner and the end of its name.
+            elide: row.repoLabel.length > 0 ? Text.ElideMiddle : Text.ElideRight
             maximumLineCount: 1
             Accessible.role: Accessible.StaticText
-            Accessible.name: row.author
+            Accessible.name: shown
         }
         Item { Layout.fillWidth: true; Layout.minimumWidth: 4 }
         PreviewButton {
@@ -161,7 +170,7 @@ FocusScope {
             tooltip: row.previewTooltip + (row.deploy.length > 0 ? " \u2014 " + row.deployLabel : "")
             deploy: row.deploy
             Accessible.description: row.deployLabel.length > 0 ? row.deployLabel : row.previewTooltip
-            activate: () => row.panel.send({ msg: "open_preview", id: row.prId })
+            onClicked: row.panel.send({ msg: "open_preview", id: row.prId })
             onMenuRequested: (x, y) => row.previewMenuRequested(preview, x, y)
             onActiveFocusChanged: if (activeFocus) row.ListView.view.positionViewAtIndex(row.index, ListView.Contain)
         }

@@ -4,12 +4,13 @@
 // menu opens the repository on GitHub or copies its address. Holding it
 // lifts the group for reordering; Alt+Up and Alt+Down move it by one place.
 import QtQuick
+import Velmar.Views
 import QtQuick.Layouts
 
 FocusScope {
     id: header
-    required property var theme
-    required property var panel
+    required property Theme theme
+    required property PanelModel panel
     required property int index
     required property var repoId
     required property int groupIndex
@@ -20,6 +21,10 @@ FocusScope {
     required property string countLabel
     required property string loadingLabel
     required property int groupRows
+    // "Yours" only: "2 blocked", and the whole heading as read ("Yours, 5 open, 2 blocked").
+    required property var blocked
+    required property string blockedLabel
+    required property string headingLabel
 
     /// Its menu ("Open on GitHub", "Copy Link") is the list's.
     signal menuRequested(Item item, real x, real y)
@@ -56,7 +61,7 @@ FocusScope {
     Component.onCompleted: reportLayout()
 
     Accessible.role: Accessible.Heading
-    Accessible.name: name
+    Accessible.name: headingLabel
     Accessible.description: "Alt+Up or Alt+Down moves it"
     Accessible.focusable: true
     // A heading does nothing of its own; Press offers its menu.
@@ -111,6 +116,7 @@ FocusScope {
             + (spinner.visible ? spinner.implicitWidth + spacing : 0)
             + (failedPill.visible ? failedPill.implicitWidth + spacing : 0)
             + (countPill.visible ? countPill.implicitWidth + spacing : 0)
+            + (blockedPill.visible ? blockedPill.implicitWidth + spacing : 0)
 
         Item {
             Layout.preferredWidth: 14
@@ -149,6 +155,16 @@ FocusScope {
             role: "destructive"
             Accessible.role: Accessible.StaticText
             Accessible.name: text
+        }
+        Pill {
+            id: blockedPill
+            visible: header.blocked > 0
+            theme: header.theme
+            // In the narrowest panel the word would squeeze the group's name.
+            text: header.width < 240 ? String(header.blocked) : header.blockedLabel
+            role: "destructive"
+            Accessible.role: Accessible.StaticText
+            Accessible.name: header.blockedLabel
         }
         Pill {
             id: countPill

@@ -2,15 +2,16 @@
 // deployments, with a note on what it costs and shows; then notifications
 // (with their kinds) and the tray icon, which read what that switch fetches.
 import QtQuick
+import Velmar.Views
 import QtQuick.Layouts
 
 FormSection {
     id: section
-    required property var panel
+    required property PanelModel panel
     required property string widthClass
 
     title: "Extras"
-    footer: "One GitHub query a minute for all repositories. Shows CI, review and deployment state, and the pull requests waiting for your review."
+    footer: "One GitHub query a minute for all repositories. Shows CI, review and deployment state, the pull requests waiting for your review, and your own."
 
     FormRow {
         theme: section.theme
@@ -34,7 +35,37 @@ FormSection {
                 tooltip: ""
                 showsTitle: false
                 on: section.panel.checksOn
-                activate: () => section.panel.send({ msg: "set_checks", on: !section.panel.checksOn })
+                onClicked: section.panel.send({ msg: "set_checks", on: !section.panel.checksOn })
+            }
+        }
+    }
+
+    // Under its parent, indented, and greyed while the parent is off.
+    FormRow {
+        theme: section.theme
+        RowLayout {
+            Layout.fillWidth: true
+            Layout.leftMargin: 16
+            spacing: 8
+            enabled: section.panel.checksOn
+            opacity: enabled ? 1 : 0.45
+            Text {
+                Layout.fillWidth: true
+                text: "Show my pull requests"
+                color: section.theme.primary
+                font.pixelSize: section.theme.body
+                wrapMode: Text.Wrap
+                Accessible.ignored: true
+            }
+            AutoSwitch {
+                objectName: "yoursSwitch"
+                theme: section.theme
+                text: "Show my pull requests"
+                // A screen reader is not told that a control is greyed; it hears why.
+                tooltip: section.panel.checksOn ? "" : "Needs checks, reviews and deployments"
+                showsTitle: false
+                on: section.panel.yoursOn
+                onClicked: section.panel.send({ msg: "set_yours", on: !section.panel.yoursOn })
             }
         }
     }
@@ -46,19 +77,20 @@ FormSection {
         caption: section.panel.attention.notifyCaption
         usable: section.panel.attention.usable
         on: section.panel.attention.notify
-        activate: () => section.panel.send({ msg: "set_notify", on: !section.panel.attention.notify })
+        onToggled: section.panel.send({ msg: "set_notify", on: !section.panel.attention.notify })
     }
     Repeater {
         model: section.panel.attention.notify ? section.panel.attention.kinds : []
         ExtrasSwitchRow {
+            id: kindRow
             required property var modelData
             theme: section.theme
             indent: 16
-            title: modelData.title
-            switchName: "notifyKind_" + modelData.kind
+            title: kindRow.modelData.title
+            switchName: "notifyKind_" + kindRow.modelData.kind
             usable: section.panel.attention.usable
-            on: modelData.on
-            activate: () => section.panel.send({ msg: "set_notify_kind", kind: modelData.kind, on: !modelData.on })
+            on: kindRow.modelData.on
+            onToggled: section.panel.send({ msg: "set_notify_kind", kind: kindRow.modelData.kind, on: !kindRow.modelData.on })
         }
     }
     ExtrasSwitchRow {
@@ -68,6 +100,6 @@ FormSection {
         caption: section.panel.attention.trayCaption
         usable: section.panel.attention.usable
         on: section.panel.attention.tray
-        activate: () => section.panel.send({ msg: "set_tray", on: !section.panel.attention.tray })
+        onToggled: section.panel.send({ msg: "set_tray", on: !section.panel.attention.tray })
     }
 }

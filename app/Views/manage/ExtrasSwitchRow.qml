@@ -1,6 +1,7 @@
 // One switch of the Extras section: its title, the switch, and a caption
 // under them when there is one. Greyed and inert while not usable.
 import QtQuick
+import Velmar.Views
 import QtQuick.Layouts
 
 FormRow {
@@ -11,7 +12,8 @@ FormRow {
     property bool on: false
     property bool usable: true
     property real indent: 0
-    property var activate: null
+    /// The switch was pressed.
+    signal toggled()
 
     ColumnLayout {
         Layout.fillWidth: true
@@ -39,7 +41,7 @@ FormRow {
                 showsTitle: false
                 enabled: row.usable
                 on: row.on
-                activate: row.activate
+                onClicked: row.toggled()
                 Accessible.description: row.caption
             }
         }

@@ -7,6 +7,7 @@
 
 #include <QElapsedTimer>
 #include <QObject>
+#include <QtQml/qqmlregistration.h>
 #include <QPointF>
 #include <QPointer>
 #include <QQuickItem>
@@ -21,6 +22,7 @@ namespace velmar::ui {
 
 class RepoDragTracker : public QObject {
     Q_OBJECT
+    QML_ANONYMOUS
     /// The scrolling list while it is on screen: setting it installs the
     /// filter, clearing it removes the filter and cancels. Frames are taken
     /// in its content's coordinates.
@@ -64,6 +66,8 @@ public:
     Q_INVOKABLE double shiftOf(const QVariant& id, int revision = 0) const;
     QVariant firstId() const;
     bool gliding() const { return gliding_; }
+    /// A press is waiting out the hold that lifts it.
+    bool holding() const { return hold_.isActive(); }
     const reorder::RepoDragState& state() const { return state_; }
     bool installed() const { return installed_; }
 

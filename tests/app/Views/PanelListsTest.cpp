@@ -42,7 +42,7 @@ TEST(panel_lists, pr_rows_carry_what_each_delegate_shows_and_says) {
     m.hoveredPr = m.prs[1].id;
     const auto rows = PanelLists::prRows(m, RepoGroup::make(m.listRows()));
     ASSERT_EQ(rows.size(), 4u);
-    ui::DiffListModel model(PanelLists::prRoles());
+    ui::DiffListModel model(ui::roleNames<PanelLists::PrRoles>());
     model.update(rows);
     auto at = [&](int row, const char* role) { return model.get(row, role); };
 
@@ -82,7 +82,7 @@ TEST(panel_lists, extras_markers_say_their_state_and_capped_groups_end_with_more
     m.prs[1].deploy = DeployState::ready;
     m.prs[2].checks = ChecksState::running;
     m.prs[2].review = ReviewState::reviewRequired;
-    ui::DiffListModel model(PanelLists::prRoles());
+    ui::DiffListModel model(ui::roleNames<PanelLists::PrRoles>());
     model.update(PanelLists::prRows(m, RepoGroup::make(m.listRows())));
     ASSERT_EQ(model.rowCount(), 1 + 40 + 1);
     auto at = [&](int row, const char* role) { return model.get(row, role).toString(); };
@@ -110,6 +110,39 @@ TEST(panel_lists, extras_markers_say_their_state_and_capped_groups_end_with_more
     EXPECT_EQ(model.get(41, "repoId").toLongLong(), 1);
 }
 
+TEST(panel_lists, yours_heading_counts_the_blocked_and_its_rows_name_their_repository) {
+    Model m = readyModel();
+    m.checks = true;
+    m.repos = {repo(1, "acme/web", RepoState::ok, 1)};
+    m.prs = {pr(1, 7, "watched")};
+    m.yourPrs.emplace();
+    for (int n = 1; n <= 5; ++n) {
+        PR mine = pr(yoursGroupId, n, "mine");
+        mine.id = -n;
+        mine.repo = "other/lib";
+        mine.checks = n <= 2 ? ChecksState::failing : ChecksState::passing;
+        m.yourPrs->push_back(mine);
+    }
+    ui::DiffListModel model(ui::roleNames<PanelLists::PrRoles>());
+    model.update(PanelLists::prRows(m, RepoGroup::make(m.listRows())));
+    ASSERT_EQ(model.rowCount(), 1 + 5 + 1 + 1);
+    auto at = [&](int row, const char* role) { return model.get(row, role).toString(); };
+    EXPECT_EQ(at(0, "name"), "Yours");
+    EXPECT_EQ(at(0, "blockedLabel"), "2 blocked");
+    EXPECT_EQ(at(0, "headingLabel"), "Yours, 5 open, 2 blocked");
+    EXPECT_EQ(at(1, "repoLabel"), "other/lib");
+    // A watched repository's group names itself, and its rows do not.
+    EXPECT_EQ(at(6, "headingLabel"), "acme/web");
+    EXPECT_EQ(at(6, "blockedLabel"), "");
+    EXPECT_EQ(at(7, "repoLabel"), "");
+
+    // None blocked: the heading says only how many are open.
+    for (auto& p : *m.yourPrs) p.checks = ChecksState::running;
+    model.update(PanelLists::prRows(m, RepoGroup::make(m.listRows())));
+    EXPECT_EQ(at(0, "blockedLabel"), "");
+    EXPECT_EQ(at(0, "headingLabel"), "Yours, 5 open");
+}
+
 TEST(panel_lists, browser_rows_mark_the_selection_and_look_each_icon_up_once) {
     Model m = readyModel();
     m.browserMode = BrowserMode::manual;
@@ -124,7 +157,7 @@ TEST(panel_lists, browser_rows_mark_the_selection_and_look_each_icon_up_once) {
         image.fill(Qt::blue);
         return image;
     });
-    ui::DiffListModel model(PanelLists::browserRoles());
+    ui::DiffListModel model(ui::roleNames<PanelLists::BrowserRoles>());
     model.update(PanelLists::browserRows(m, icons));
     model.update(PanelLists::browserRows(m, icons));
     ASSERT_EQ(model.count(), 2);

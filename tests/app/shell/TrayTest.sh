@@ -15,14 +15,8 @@ printf 'auto\t0\nview\tlist\nonboarded\t1\nappearance\tdark\n' >"$config/setting
 printf 'acme/web\t\n' >"$config/repos.tsv"
 printf 'checks\t1\ntray\t1\n' >"$config/extras.tsv"
 printf '#!/bin/sh\nexit 0\n' >"$work/bin/gh" && chmod +x "$work/bin/gh"
-cat >"$work/bus.conf" <<EOF
-<busconfig><type>session</type><listen>unix:dir=$work</listen><policy context="default">
-<allow send_destination="*" eavesdrop="true"/><allow eavesdrop="true"/><allow own="*"/>
-</policy></busconfig>
-EOF
-dbus-daemon --fork --print-address=1 --print-pid=1 --config-file="$work/bus.conf" >"$work/bus"
-bus=$(sed -n 2p "$work/bus")
-export DBUS_SESSION_BUS_ADDRESS=$(sed -n 1p "$work/bus")
+. "$(dirname "$0")/../support/private_bus.sh"
+private_bus "$work"
 export PATH="$work/bin:$PATH" QT_QPA_PLATFORM=xcb VELMAR_HOME="$work/home" XDG_RUNTIME_DIR="$work/run"
 unset VELMAR_APPEARANCE VELMAR_MATERIAL VELMAR_SNAPSHOT
 fail() { echo "FAIL: $*"; failures=$((failures + 1)); }
