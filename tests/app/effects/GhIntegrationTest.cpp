@@ -258,6 +258,7 @@ TEST_F(gh_against_fake_github, notifications_of_a_changed_github_reach_the_deskt
     notifications.send("action 2 default");
     ASSERT_TRUE(testing::waitUntil([&] { return !store.opened.empty(); }, 10));
     EXPECT_EQ(store.opened, std::vector<std::string>{"https://github.com/acme/web/pull/14"});
+}
 
 TEST_F(gh_against_fake_github, yours_finds_the_viewers_pull_requests_anywhere_and_puts_the_blocked_first) {
     testing::Scratch home;
