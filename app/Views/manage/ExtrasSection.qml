@@ -70,36 +70,52 @@ FormSection {
         }
     }
 
+    // The notifications and tray switches, as the panel words them.
+    readonly property var attention: section.panel.attention
+
     ExtrasSwitchRow {
         theme: section.theme
         title: "Notifications"
         switchName: "notifySwitch"
-        caption: section.panel.attention.notifyCaption
-        usable: section.panel.attention.usable
-        on: section.panel.attention.notify
-        onToggled: section.panel.send({ msg: "set_notify", on: !section.panel.attention.notify })
+        caption: section.attention.notifyCaption
+        usable: section.attention.usable
+        on: section.attention.notify
+        onToggled: section.panel.send({ msg: "set_notify", on: !section.attention.notify })
     }
-    Repeater {
-        model: section.panel.attention.notify ? section.panel.attention.kinds : []
-        ExtrasSwitchRow {
-            id: kindRow
-            required property var modelData
-            theme: section.theme
-            indent: 16
-            title: kindRow.modelData.title
-            switchName: "notifyKind_" + kindRow.modelData.kind
-            usable: section.panel.attention.usable
-            on: kindRow.modelData.on
-            onToggled: section.panel.send({ msg: "set_notify_kind", kind: kindRow.modelData.kind, on: !kindRow.modelData.on })
-        }
+    ExtrasSwitchRow {
+        visible: section.attention.notify
+        theme: section.theme
+        indent: 16
+        title: section.attention.kinds[0].title
+        switchName: "notifyKind_new_prs"
+        on: section.attention.kinds[0].on
+        onToggled: section.panel.send({ msg: "set_notify_kind", kind: "new_prs", on: !section.attention.kinds[0].on })
+    }
+    ExtrasSwitchRow {
+        visible: section.attention.notify
+        theme: section.theme
+        indent: 16
+        title: section.attention.kinds[1].title
+        switchName: "notifyKind_checks"
+        on: section.attention.kinds[1].on
+        onToggled: section.panel.send({ msg: "set_notify_kind", kind: "checks", on: !section.attention.kinds[1].on })
+    }
+    ExtrasSwitchRow {
+        visible: section.attention.notify
+        theme: section.theme
+        indent: 16
+        title: section.attention.kinds[2].title
+        switchName: "notifyKind_review"
+        on: section.attention.kinds[2].on
+        onToggled: section.panel.send({ msg: "set_notify_kind", kind: "review", on: !section.attention.kinds[2].on })
     }
     ExtrasSwitchRow {
         theme: section.theme
         title: "Icon in the system tray"
         switchName: "traySwitch"
-        caption: section.panel.attention.trayCaption
-        usable: section.panel.attention.usable
-        on: section.panel.attention.tray
-        onToggled: section.panel.send({ msg: "set_tray", on: !section.panel.attention.tray })
+        caption: section.attention.trayCaption
+        usable: section.attention.usable
+        on: section.attention.tray
+        onToggled: section.panel.send({ msg: "set_tray", on: !section.attention.tray })
     }
 }
