@@ -1,19 +1,27 @@
 // A shell command to run, in a small well the user can select from, with a
-// button that copies it.
+// button that copies it. The button stands beside the well when both fit the
+// width it is given, else under it, and a command wider than that wraps.
 import QtQuick
+import QtQuick.Layouts
 
-Row {
+GridLayout {
     id: well
     required property var panel
     required property var theme
     required property string command
 
-    spacing: 8
+    // Without a width of its own (outside a layout) it takes one line.
+    readonly property bool fits: width <= 0 || box.implicitWidth + columnSpacing + copy.implicitWidth <= width
+    columns: fits ? 2 : 1
+    columnSpacing: 8
+    rowSpacing: 6
 
     Item {
-        anchors.verticalCenter: parent.verticalCenter
-        width: text.implicitWidth + 16
-        height: text.implicitHeight + 6
+        id: box
+        Layout.alignment: Qt.AlignVCenter
+        Layout.maximumWidth: well.width > 0 ? well.width : Number.POSITIVE_INFINITY
+        implicitWidth: text.implicitWidth + 16
+        implicitHeight: text.height + 6
         Rectangle {
             anchors.fill: parent
             radius: 5
@@ -29,9 +37,12 @@ Row {
         }
         TextEdit {
             id: text
-            anchors.centerIn: parent
+            x: 8
+            anchors.verticalCenter: parent.verticalCenter
+            width: box.width - 16
             text: well.command
             textFormat: TextEdit.PlainText
+            wrapMode: TextEdit.Wrap
             readOnly: true
             selectByMouse: true
             color: well.theme.primary
@@ -44,7 +55,8 @@ Row {
         }
     }
     PushButton {
-        anchors.verticalCenter: parent.verticalCenter
+        id: copy
+        Layout.alignment: Qt.AlignVCenter | Qt.AlignLeft
         theme: well.theme
         small: true
         text: "Copy"

@@ -61,6 +61,7 @@ FormSection {
             }
         }
         CommandWell {
+            Layout.fillWidth: true
             visible: section.panel.gh === "logged_out"
             panel: section.panel
             theme: section.theme

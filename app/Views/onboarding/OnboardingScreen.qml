@@ -120,6 +120,7 @@ Flickable {
                     muted: !screen.installed
                     title: "You're signed in to GitHub"
                     CommandWell {
+                        Layout.fillWidth: true
                         visible: screen.panel.gh === "logged_out"
                         panel: screen.panel
                         theme: screen.theme
@@ -132,8 +133,8 @@ Flickable {
         // What the re-checking is doing right now.
         Item {
             Layout.alignment: Qt.AlignHCenter
-            implicitWidth: checking.visible ? checking.implicitWidth : recheck.implicitWidth
-            implicitHeight: screen.signedIn ? 0 : Math.max(checking.implicitHeight, recheck.implicitHeight)
+            implicitWidth: checking.visible ? checking.implicitWidth : recheck.width
+            implicitHeight: screen.signedIn ? 0 : Math.max(checking.implicitHeight, recheck.height)
             visible: !screen.signedIn
             Row {
                 id: checking
@@ -157,6 +158,10 @@ Flickable {
             Text {
                 id: recheck
                 visible: screen.panel.gh === "missing" || screen.panel.gh === "logged_out"
+                // Wraps in the narrowest panel rather than run past its edge.
+                width: Math.min(implicitWidth, content.width)
+                wrapMode: Text.Wrap
+                horizontalAlignment: Text.AlignHCenter
                 text: "Re-checking every few seconds."
                 color: screen.theme.secondary
                 font.pixelSize: screen.theme.callout

@@ -7,9 +7,34 @@ import QtQuick.Controls
 Item {
     id: root
 
-    // Every tooltip shares one instance; what it shows comes from outside
+    // Every tooltip shares one instance, drawn here in the panel's colours
+    // rather than the style's yellow. What it shows comes from outside
     // (authors, repository names), so it never reads its text as markup.
-    Component.onCompleted: ToolTip.toolTip.contentItem.textFormat = Text.PlainText
+    Component.onCompleted: {
+        const tip = ToolTip.toolTip
+        tip.contentItem = tipText.createObject(root, { tip: tip })
+        tip.background = tipBackground.createObject(root)
+    }
+    Component {
+        id: tipText
+        Text {
+            required property var tip
+            text: tip.text
+            textFormat: Text.PlainText
+            wrapMode: Text.Wrap
+            color: root.theme.primary
+            font.pixelSize: root.theme.callout
+        }
+    }
+    Component {
+        id: tipBackground
+        Rectangle {
+            radius: 5
+            color: root.theme.windowBackground
+            border.width: 1
+            border.color: root.theme.quaternary
+        }
+    }
 
     required property var panel
     required property var theme
