@@ -10,8 +10,10 @@ GridLayout {
     required property var theme
     required property string command
 
-    // Without a width of its own (outside a layout) it takes one line.
-    readonly property bool fits: width <= 0 || box.implicitWidth + columnSpacing + copy.implicitWidth <= width
+    // The room is the width of what holds it, never its own, which follows
+    // the choice; with no room known it takes one line.
+    readonly property real room: parent ? parent.width : 0
+    readonly property bool fits: room <= 0 || box.implicitWidth + columnSpacing + copy.implicitWidth <= room
     columns: fits ? 2 : 1
     columnSpacing: 8
     rowSpacing: 6
@@ -19,7 +21,7 @@ GridLayout {
     Item {
         id: box
         Layout.alignment: Qt.AlignVCenter
-        Layout.maximumWidth: well.width > 0 ? well.width : Number.POSITIVE_INFINITY
+        Layout.maximumWidth: well.room > 0 ? well.room : Number.POSITIVE_INFINITY
         implicitWidth: text.implicitWidth + 16
         implicitHeight: text.height + 6
         Rectangle {

@@ -12,19 +12,10 @@ Item {
     // (authors, repository names), so it never reads its text as markup.
     Component.onCompleted: {
         const tip = ToolTip.toolTip
-        tip.contentItem = tipText.createObject(root, { tip: tip })
+        tip.contentItem.textFormat = Text.PlainText
+        tip.contentItem.color = Qt.binding(() => root.theme.primary)
+        tip.contentItem.font.pixelSize = root.theme.callout
         tip.background = tipBackground.createObject(root)
-    }
-    Component {
-        id: tipText
-        Text {
-            required property var tip
-            text: tip.text
-            textFormat: Text.PlainText
-            wrapMode: Text.Wrap
-            color: root.theme.primary
-            font.pixelSize: root.theme.callout
-        }
     }
     Component {
         id: tipBackground
