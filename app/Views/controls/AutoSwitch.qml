@@ -19,7 +19,7 @@ PlainControl {
     Accessible.checked: on
     Accessible.onToggleAction: control.clicked()
 
-    contentItem: Row {
+    contentItem: Row { // qmllint disable deferred-property-id
         id: row
         spacing: 5
         Text {

@@ -3,11 +3,12 @@
 // width it is given, else under it, and a command wider than that wraps.
 import QtQuick
 import QtQuick.Layouts
+import Velmar.Views
 
 GridLayout {
     id: well
-    required property var panel
-    required property var theme
+    required property PanelModel panel
+    required property Theme theme
     required property string command
 
     // The room is the width of what holds it, never its own, which follows
@@ -21,7 +22,7 @@ GridLayout {
     Item {
         id: box
         Layout.alignment: Qt.AlignVCenter
-        Layout.maximumWidth: well.room > 0 ? well.room : Number.POSITIVE_INFINITY
+        Layout.maximumWidth: well.room > 0 ? well.room : implicitWidth
         implicitWidth: text.implicitWidth + 16
         implicitHeight: text.height + 6
         Rectangle {
@@ -64,6 +65,6 @@ GridLayout {
         text: "Copy"
         tooltip: "Copy command"
         Accessible.name: "Copy command " + well.command
-        activate: () => well.panel.send({ msg: "copy_command", command: well.command })
+        onClicked: well.panel.send({ msg: "copy_command", command: well.command })
     }
 }

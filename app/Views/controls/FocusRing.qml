@@ -3,17 +3,19 @@
 // of the window's colour runs along its inside, so the ring stays apart from
 // a control filled with the tint ("Continue", "Add repos", "Save").
 import QtQuick
+import Velmar.Views
 
 Rectangle {
     id: ring
     required property Item target
-    required property var theme
+    required property Theme theme
 
     z: 100
     color: "transparent"
     border.width: 2
     border.color: theme.tint
-    visible: target.visualFocus === true || (target.visualFocus === undefined && target.activeFocus)
+    // Buttons know whether focus came from the keyboard; any other item shows it whenever focused.
+    visible: target.visualFocus === true || (target.visualFocus === undefined && target.activeFocus) // qmllint disable type
     Accessible.ignored: true
 
     Rectangle {

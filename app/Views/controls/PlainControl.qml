@@ -8,11 +8,12 @@
 // it, as does a screen reader's Press; right click, the menu key and
 // Shift+F10 ask for its context menu.
 import QtQuick
+import Velmar.Views
 import QtQuick.Controls
 
 Item {
     id: control
-    required property var theme
+    required property Theme theme
     property string text
     property string tooltip
     /// A link: the pointing hand, and the link role.
@@ -21,9 +22,6 @@ Item {
     property real focusRadius: 6
     /// Laid over the whole control.
     property Item contentItem: null
-
-    /// What a click, a key or a screen reader's Press does.
-    property var activate: null
 
     readonly property bool hovered: hover.hovered
     readonly property bool down: tap.pressed
@@ -37,10 +35,7 @@ Item {
     // A click or a menu puts the tooltip away until the pointer leaves, so
     // it never lies over the popover or menu the control opened.
     property bool tipDismissed: false
-    onClicked: {
-        tipDismissed = true
-        if (activate) activate()
-    }
+    onClicked: tipDismissed = true
     onMenuRequested: tipDismissed = true
     onHoveredChanged: if (!hovered) tipDismissed = false
 

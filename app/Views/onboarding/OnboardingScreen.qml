@@ -2,18 +2,19 @@
 // is installed and signed in. The steps follow the core's re-checks; the user
 // goes on with "Continue" once signed in, or skips.
 import QtQuick
+import Velmar.Views
 import QtQuick.Controls
 import QtQuick.Layouts
 
 Flickable {
     id: screen
-    required property var panel
-    required property var theme
+    required property PanelModel panel
+    required property Theme theme
     required property string widthClass
 
     readonly property real inset: widthClass === "minimal" ? 12 : 24
     readonly property bool installed: panel.ghInstalled
-    readonly property bool signedIn: panel.gh === "ok"
+    readonly property bool signedIn: panel.ghSignedIn
 
     contentWidth: width
     contentHeight: Math.max(height, content.implicitHeight + 48)
@@ -101,7 +102,7 @@ Flickable {
                     title: "The GitHub CLI (<font face=\"" + screen.theme.monospace + "\">gh</font>) is installed"
                     plainTitle: "The GitHub CLI (gh) is installed"
                     GhInstallGuidance {
-                        visible: screen.panel.gh === "missing"
+                        visible: screen.panel.ghMissing
                         Layout.fillWidth: true
                         Layout.topMargin: 0
                         panel: screen.panel
@@ -121,7 +122,7 @@ Flickable {
                     title: "You're signed in to GitHub"
                     CommandWell {
                         Layout.fillWidth: true
-                        visible: screen.panel.gh === "logged_out"
+                        visible: screen.panel.ghSignedOut
                         panel: screen.panel
                         theme: screen.theme
                         command: screen.panel.ghLoginCommand
@@ -138,7 +139,7 @@ Flickable {
             visible: !screen.signedIn
             Row {
                 id: checking
-                visible: screen.panel.gh === "unknown"
+                visible: screen.panel.ghChecking
                 spacing: 6
                 Accessible.role: Accessible.StaticText
                 Accessible.name: "Checking..."
@@ -157,7 +158,7 @@ Flickable {
             }
             Text {
                 id: recheck
-                visible: screen.panel.gh === "missing" || screen.panel.gh === "logged_out"
+                visible: screen.panel.ghMissing || screen.panel.ghSignedOut
                 // Wraps in the narrowest panel rather than run past its edge.
                 width: Math.min(implicitWidth, content.width)
                 wrapMode: Text.Wrap
@@ -183,7 +184,7 @@ Flickable {
                 Layout.alignment: Qt.AlignHCenter
                 theme: screen.theme
                 text: "Skip for now"
-                activate: () => screen.panel.send({ msg: "onboarding_skip" })
+                onClicked: screen.panel.send({ msg: "onboarding_skip" })
             }
             PushButton {
                 id: go
@@ -193,7 +194,7 @@ Flickable {
                 enabled: screen.signedIn
                 text: "Continue"
                 Accessible.defaultButton: true
-                activate: () => screen.panel.send({ msg: "onboarding_continue" })
+                onClicked: screen.panel.send({ msg: "onboarding_continue" })
             }
         }
     }

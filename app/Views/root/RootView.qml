@@ -2,6 +2,7 @@
 // over the backdrop. Reads everything from `panel`; keeps no state but the
 // animated progress of the slide between the two screens.
 import QtQuick
+import Velmar.Views
 import QtQuick.Controls
 
 Item {
@@ -15,20 +16,21 @@ Item {
         tip.contentItem.textFormat = Text.PlainText
         tip.contentItem.color = Qt.binding(() => root.theme.primary)
         tip.contentItem.font.pixelSize = root.theme.callout
-        tip.background = tipBackground.createObject(root)
+        tip.background = tipBackground.createObject(root, { theme: root.theme })
     }
     Component {
         id: tipBackground
         Rectangle {
+            required property Theme theme
             radius: 5
-            color: root.theme.windowBackground
+            color: theme.windowBackground
             border.width: 1
-            border.color: root.theme.quaternary
+            border.color: theme.quaternary
         }
     }
 
-    required property var panel
-    required property var theme
+    required property PanelModel panel
+    required property Theme theme
     required property var chrome
 
     readonly property string widthClass: theme.widthClass(width)
@@ -60,7 +62,7 @@ Item {
         ScreenStack {
             anchors.fill: parent
             visible: !root.onboarding
-            onSettings: root.panel.onSettings
+            settingsShown: root.panel.onSettings
             progress: root.push
             list: ListScreen {
                 anchors.fill: parent
@@ -71,6 +73,8 @@ Item {
             // Built as it comes in, dropped once the list is back in front:
             // with twenty repositories it holds megabytes no one sees from
             // the list, where the panel spends its day.
+            // The loaders' screens are built here, so they see the root.
+            // qmllint disable unqualified
             settings: Loader {
                 anchors.fill: parent
                 active: root.panel.onSettings || root.push > 0
@@ -93,6 +97,7 @@ Item {
             widthClass: root.widthClass
         }
     }
+    // qmllint enable unqualified
 
     StatusFooter {
         id: footer

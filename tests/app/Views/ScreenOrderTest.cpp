@@ -138,7 +138,7 @@ TEST(screen_order, tab_and_the_accessibility_tree_follow_the_screen) {
         h.show(threeGroups());
         c.change(h);
         const Names tree = concat(concat({"Velmar"}, header), c.tree);
-        QTest::qWaitFor([&] { return treeWalk(h) == tree; }, 2000);
+        (void)QTest::qWaitFor([&] { return treeWalk(h) == tree; }, 2000);
         EXPECT_EQ(treeWalk(h), tree);
         EXPECT_EQ(tabWalk(h), concat(header, c.tab));
     }
