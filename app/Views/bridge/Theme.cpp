@@ -27,6 +27,8 @@ QColor accent(Scheme scheme) {
                     QColor::fromRgbF(0.26666666666666666, 0.5764705882352941,
                                      0.9725490196078431));
 }
+QColor accentFill(Scheme scheme) { return byScheme(scheme, accent(scheme), rgb(31, 111, 235)); }
+QColor linkText(Scheme scheme) { return byScheme(scheme, rgb(5, 80, 174), accent(scheme)); }
 QColor warningEmphasis() {
     return rgb(125, 80, 0);
 }
@@ -92,7 +94,7 @@ PillColors pillColors(PillRole role, bool filled, Scheme scheme, bool increasedC
     if (role == PillRole::warning && scheme == Scheme::light && !filled)
         return {warningEmphasis(), withOpacity(warning(scheme), 0.3), std::nullopt};
     const QColor colour = roleColor(role, scheme);
-    if (filled) return {QColor(Qt::white), colour, std::nullopt};
+    if (filled) return {QColor(Qt::white), role == PillRole::accent ? accentFill(scheme) : colour, std::nullopt};
     return {colour, withOpacity(colour, 0.16), std::nullopt};
 }
 
@@ -174,6 +176,8 @@ void Theme::setIncreasedContrast(bool on) {
 QColor Theme::windowBackground() const { return materialColour(Material::window, scheme_); }
 
 QColor Theme::tint() const { return contrast_ ? info(scheme_) : accent(scheme_); }
+QColor Theme::tintFill() const { return contrast_ ? info(Scheme::light) : accentFill(scheme_); }
+QColor Theme::link() const { return contrast_ ? foreground(Level::primary, scheme_, true) : linkText(scheme_); }
 
 QColor Theme::backdropOverlay() const {
     return backdrop(scheme_, material_).overlay.value_or(QColor(Qt::transparent));

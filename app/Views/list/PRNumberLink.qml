@@ -27,7 +27,7 @@ PlainControl {
             anchors.verticalCenter: parent.verticalCenter
             text: link.numberText
             textFormat: Text.PlainText
-            color: link.theme.increasedContrast ? link.theme.primary : link.theme.tint
+            color: link.theme.link
             font.pixelSize: link.theme.body
             font.weight: Font.Medium
             font.underline: link.underlined

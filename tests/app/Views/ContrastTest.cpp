@@ -80,6 +80,23 @@ const Pair text[] = {
     {"the \"failed\" pill", 4.5, pill(PillRole::destructive)},
     {"the \"draft\" pill", 4.5, pill(PillRole::warning)},
     {"an info pill", 4.5, pill(PillRole::info)},
+    {"links: pull request numbers, \"more on GitHub\"", 4.5, [](Scheme s, bool hc) {
+         Theme theme(std::nullopt);
+         theme.setDark(s == Scheme::dark);
+         theme.setIncreasedContrast(hc);
+         return std::pair{theme.link(), panelBackdrop(s)};
+     }},
+    {"white on a filled pill (the group's count)", 4.5, [](Scheme s, bool hc) {
+         const PillColors c = pillColors(PillRole::accent, true, s, hc);
+         const QColor background = over(c.background, panelBackdrop(s));
+         return std::pair{over(c.foreground, background), background};
+     }},
+    {"white on the default button", 4.5, [](Scheme s, bool hc) {
+         Theme theme(std::nullopt);
+         theme.setDark(s == Scheme::dark);
+         theme.setIncreasedContrast(hc);
+         return std::pair{QColor(Qt::white), theme.tintFill()};
+     }},
 };
 
 const Pair controls[] = {
