@@ -26,6 +26,11 @@ std::string serializeExtras(const Extras& extras);
 
 // ---- The batched query ----
 
+/// The host a slug names: "HOST/OWNER/REPO" (three parts, none empty) is a
+/// repository on that host, as gh reads `--repo`; every other slug is on gh's
+/// own host (absent).
+std::optional<std::string> hostOf(std::string_view slug);
+
 /// The text of the query for `repoCount` repositories (aliases r0, r1, ...),
 /// with the search for review requests when `withReview`. Slugs never appear
 /// in it: they are the variables o0/n0, o1/n1, ... and q.
@@ -33,8 +38,10 @@ std::string batchQuery(std::size_t repoCount, bool withReview);
 /// The search text of the pull requests that wait for `login`'s review.
 std::string reviewSearch(std::string_view login);
 /// Arguments after "gh": api graphql, the query and every slug as -f values.
+/// With a host, every repository is on that host and gh is pointed at it.
 std::vector<std::string> batchArguments(const std::vector<std::string>& repos,
-                                        const std::optional<std::string>& viewer);
+                                        const std::optional<std::string>& viewer,
+                                        const std::optional<std::string>& host = std::nullopt);
 
 struct Deployment {
     std::string environment;
@@ -106,7 +113,8 @@ std::optional<DeploymentMatch> matchDeployment(const std::vector<Deployment>& de
 // ---- Comment bodies by node id ----
 
 std::string commentsQuery(std::size_t idCount);
-std::vector<std::string> commentsArguments(const std::vector<std::string>& ids);
+std::vector<std::string> commentsArguments(const std::vector<std::string>& ids,
+                                           const std::optional<std::string>& host = std::nullopt);
 /// For each pull request in the answer, its preview link from the deploy
 /// bots' comments (empty when none has one), resolved exactly as the rows of
 /// `gh pr list` are.

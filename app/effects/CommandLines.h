@@ -18,6 +18,15 @@ inline constexpr std::string_view pullRequests =
 /// whose slugs, login and ids are all separate arguments.
 inline constexpr std::string_view ghWithArguments = R"(gh "$@")";
 
+/// The same for the batched query, which also tells a query GitHub's server
+/// gave up on (gh says "HTTP 502" or "HTTP 504" on standard error) by its
+/// exit status; standard output is gh's alone.
+inline constexpr std::string_view ghBatch =
+    R"SCRIPT(exec 3>&1; e=$(gh "$@" 2>&1 >&3 3>&-); s=$?; exec 3>&-; case $e in *"HTTP 502"*) exit 102;; *"HTTP 504"*) exit 104;; esac; exit $s)SCRIPT";
+/// The exit statuses of `ghBatch` for HTTP 502 and 504.
+inline constexpr int batchBadGateway = 102;
+inline constexpr int batchGatewayTimeout = 104;
+
 /// The zeroth parameter of the pull-request script.
 inline constexpr std::string_view scriptName = "sh";
 

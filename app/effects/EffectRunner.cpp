@@ -162,9 +162,9 @@ namespace {
 
 // gh with its arguments as positional parameters: nothing of a slug, a login
 // or a node id is ever part of the script text.
-std::vector<std::string> ghArguments(const std::vector<std::string>& args) {
-    std::vector<std::string> out{"-c", std::string(CommandLines::ghWithArguments),
-                                 std::string(CommandLines::scriptName)};
+std::vector<std::string> ghArguments(const std::vector<std::string>& args,
+                                     std::string_view script = CommandLines::ghWithArguments) {
+    std::vector<std::string> out{"-c", std::string(script), std::string(CommandLines::scriptName)};
     out.insert(out.end(), args.begin(), args.end());
     return out;
 }
@@ -174,17 +174,21 @@ std::vector<std::string> ghArguments(const std::vector<std::string>& args) {
 // gh prints the raw JSON and exits 1 when the answer holds any error; the
 // output is read whatever the status, so one missing repository fails alone.
 void EffectRunner::fetchBatch(const effect::FetchBatch& e) {
-    runCommand(ghArguments(Graphql::batchArguments(e.repos, e.viewer)), e.path, true,
+    runCommand(ghArguments(Graphql::batchArguments(e.repos, e.viewer, e.host), CommandLines::ghBatch),
+               e.path, true,
                [repos = e.repos](const std::optional<Subprocess::Result>& result) -> Msg {
                    if (!result)
                        return msg::BatchFetched{repos, std::string(), false};
-                   return msg::BatchFetched{repos, result->stdout, result->status == 0};
+                   std::optional<std::int64_t> http;
+                   if (result->status == CommandLines::batchBadGateway) http = 502;
+                   if (result->status == CommandLines::batchGatewayTimeout) http = 504;
+                   return msg::BatchFetched{repos, result->stdout, result->status == 0, http};
                },
                msg::BatchFetched{e.repos, std::string(), false});
 }
 
 void EffectRunner::fetchComments(const effect::FetchComments& e) {
-    runCommand(ghArguments(Graphql::commentsArguments(e.ids)), e.path, true,
+    runCommand(ghArguments(Graphql::commentsArguments(e.ids, e.host)), e.path, true,
                [](const std::optional<Subprocess::Result>& result) -> Msg {
                    if (!result)
                        return msg::CommentsFetched{std::string(), false};

@@ -3,6 +3,7 @@
 #include "PanelModel.h"
 
 #include <QTimer>
+#include <algorithm>
 
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -10,8 +11,6 @@
 #include "Json.h"
 #include "PanelLists.h"
 #include "Records.h"
-
-#include <algorithm>
 
 namespace velmar::ui {
 
@@ -82,7 +81,13 @@ void PanelModel::updateLists(const Model& model) {
     rows_.update(PanelLists::prRows(model, groups));
     listDrag_.rowsFollowed();
     browsers_.update(PanelLists::browserRows(model, icons_));
-    watchedRepos_.update(PanelLists::repoRows(model));
+    const auto sameRows = [](const Repo& a, const Repo& b) {
+        return a.id == b.id && a.name == b.name && a.pattern == b.pattern && a.detectedPattern == b.detectedPattern;
+    };
+    if (!std::equal(model.repos.begin(), model.repos.end(), watchedShown_.begin(), watchedShown_.end(), sameRows)) {
+        watchedRepos_.update(PanelLists::repoRows(model));
+        watchedShown_ = model.repos;
+    }
     manageDrag_.rowsFollowed();
     suggestions_.update(PanelLists::suggestionRows(model));
     browserSwitches_.update(PanelLists::browserSwitchRows(model, icons_));

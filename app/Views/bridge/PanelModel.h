@@ -216,6 +216,10 @@ private:
     RepoDragTracker listDrag_;
     RepoDragTracker manageDrag_;
     DiffListModel watchedRepos_;
+    /// What the settings rows were last made of: an answer changes only a
+    /// repository's state, and a long watch list is not made into rows again
+    /// for that.
+    std::vector<Repo> watchedShown_;
     DiffListModel suggestions_;
     DiffListModel browserSwitches_;
 };
