@@ -168,17 +168,6 @@ std::optional<std::string> hostOf(std::string_view slug) {
     return std::string(slug.substr(0, first));
 }
 
-namespace {
-
-// "api graphql", pointed at the host when there is one.
-std::vector<std::string> graphqlCall(const std::optional<std::string>& host) {
-    std::vector<std::string> args{"api", "graphql"};
-    if (host) args.insert(args.end(), {"--hostname", *host});
-    return args;
-}
-
-}  // namespace
-
 std::string batchQuery(std::size_t repoCount, bool withReview) {
     std::string variables;
     std::string body;
@@ -214,11 +203,10 @@ std::string reviewSearch(std::string_view login) {
 }
 
 std::vector<std::string> batchArguments(const std::vector<std::string>& repos,
-                                        const std::optional<std::string>& viewer,
-                                        const std::optional<std::string>& host) {
+                                        const std::optional<std::string>& viewer) {
     const bool withReview = viewer && !viewer->empty();
-    std::vector<std::string> args = graphqlCall(host);
-    args.insert(args.end(), {"-f", "query=" + batchQuery(repos.size(), withReview)});
+    std::vector<std::string> args{"api", "graphql", "-f",
+                                  "query=" + batchQuery(repos.size(), withReview)};
     for (std::size_t i = 0; i < repos.size(); ++i) {
         auto [owner, name] = splitSlug(repos[i]);
         args.insert(args.end(), {"-f", "o" + std::to_string(i) + "=" + owner, "-f",
@@ -288,10 +276,8 @@ std::string commentsQuery(std::size_t idCount) {
     return "query Comments(" + variables + ") {" + body + " }";
 }
 
-std::vector<std::string> commentsArguments(const std::vector<std::string>& ids,
-                                           const std::optional<std::string>& host) {
-    std::vector<std::string> args = graphqlCall(host);
-    args.insert(args.end(), {"-f", "query=" + commentsQuery(ids.size())});
+std::vector<std::string> commentsArguments(const std::vector<std::string>& ids) {
+    std::vector<std::string> args{"api", "graphql", "-f", "query=" + commentsQuery(ids.size())};
     for (std::size_t i = 0; i < ids.size(); ++i)
         args.insert(args.end(), {"-f", "i" + std::to_string(i) + "=" + ids[i]});
     return args;

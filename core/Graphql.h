@@ -38,10 +38,11 @@ std::string batchQuery(std::size_t repoCount, bool withReview);
 /// The search text of the pull requests that wait for `login`'s review.
 std::string reviewSearch(std::string_view login);
 /// Arguments after "gh": api graphql, the query and every slug as -f values.
-/// With a host, every repository is on that host and gh is pointed at it.
+/// Every repository of one call is on one host, which is not part of the
+/// arguments: gh is pointed at it by its environment (GH_HOST), which also
+/// takes a host with a port.
 std::vector<std::string> batchArguments(const std::vector<std::string>& repos,
-                                        const std::optional<std::string>& viewer,
-                                        const std::optional<std::string>& host = std::nullopt);
+                                        const std::optional<std::string>& viewer);
 
 struct Deployment {
     std::string environment;
@@ -113,8 +114,7 @@ std::optional<DeploymentMatch> matchDeployment(const std::vector<Deployment>& de
 // ---- Comment bodies by node id ----
 
 std::string commentsQuery(std::size_t idCount);
-std::vector<std::string> commentsArguments(const std::vector<std::string>& ids,
-                                           const std::optional<std::string>& host = std::nullopt);
+std::vector<std::string> commentsArguments(const std::vector<std::string>& ids);
 /// For each pull request in the answer, its preview link from the deploy
 /// bots' comments (empty when none has one), resolved exactly as the rows of
 /// `gh pr list` are.

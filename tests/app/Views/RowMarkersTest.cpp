@@ -41,6 +41,12 @@ QRect rectOf(ScreenHarness& h, const QString& name) {
     return node ? node->rect() : QRect();
 }
 
+/// The title's text, not the row that carries the same name.
+QRect titleOf(ScreenHarness& h, const QString& title) {
+    QAccessibleInterface* node = h.find(title, QAccessible::StaticText);
+    return node ? node->rect() : QRect();
+}
+
 /// The visible descendant rectangle of `item` drawn `size` wide: the deployment's dot.
 QQuickItem* dotOf(QQuickItem* item, qreal size) {
     for (QQuickItem* child : item->childItems()) {
@@ -80,7 +86,7 @@ TEST(row_markers, every_mark_by_name_in_its_place_at_each_width_and_scheme) {
             const QRect window(QPoint(0, 0), h.view().size());
             for (const auto& row : rows) {
                 SCOPED_TRACE(row.title);
-                const QRect title = rectOf(h, row.title);
+                const QRect title = titleOf(h, row.title);
                 ASSERT_FALSE(title.isEmpty()) << names.join(" | ").toStdString();
                 EXPECT_EQ(names.count(row.checks), 1);
                 const QRect checks = rectOf(h, row.checks);
@@ -146,15 +152,19 @@ TEST(row_markers, the_deployment_dot_sits_on_the_preview_symbols_corner_in_its_s
                                                          << glyph.x() << "," << glyph.y() << " " << glyph.width();
                 EXPECT_GT(at.center().x(), glyph.center().x());
                 EXPECT_GT(at.center().y(), glyph.center().y());
-                // Drawn in its own colour, not covered.
+                // Drawn in its own colour, not covered; a translucent one
+                // (inactive) at least stands out from the ring around it.
                 const QColor want = dot->property("color").value<QColor>();
                 const qreal dpr = shot.devicePixelRatio();
                 const QColor got = shot.pixelColor((at.center() * dpr).toPoint());
-                EXPECT_LE(std::abs(got.red() - want.red()) + std::abs(got.green() - want.green()) +
-                              std::abs(got.blue() - want.blue()),
-                          24)
-                    << got.name().toStdString() << " for " << want.name().toStdString();
-                colours.insert(want.rgb());
+                const QColor ring = shot.pixelColor((QPointF(at.center().x(), at.top() - 1) * dpr).toPoint());
+                const auto distance = [](const QColor& a, const QColor& b) {
+                    return std::abs(a.red() - b.red()) + std::abs(a.green() - b.green()) + std::abs(a.blue() - b.blue());
+                };
+                if (want.alpha() == 255)
+                    EXPECT_LE(distance(got, want), 24) << got.name().toStdString() << " for " << want.name().toStdString();
+                EXPECT_GE(distance(got, ring), 60) << got.name().toStdString() << " on " << ring.name().toStdString();
+                colours.insert(want.rgba());
             }
             EXPECT_EQ(colours.size(), 4) << "each state its own colour";
             EXPECT_EQ(h.find("Open preview for #5"), nullptr);
