@@ -74,19 +74,15 @@ void cycle(Send send, Pending pending, int repos) {
     report("refresh", ms(Clock::now() - start), steps);
 }
 
-std::string fetching(const Effects& effects) {
-    for (const auto& e : effects)
-        if (const auto* f = std::get_if<effect::FetchPrs>(&e)) return f->repo;
-    return {};
-}
-
 void core(int repos) {
     Model model;
-    Effects last;
+    std::string next;  // the repository whose fetch is outstanding
     const auto send = [&](const Msg& msg) {
-        auto [next, effects] = update(model, msg);
-        if (!(next == model)) model = std::move(next);
-        last = std::move(effects);
+        if (std::holds_alternative<msg::PrsFetched>(msg)) next.clear();
+        auto [changed, effects] = update(model, msg);
+        if (!(changed == model)) model = std::move(changed);
+        for (const auto& e : effects)
+            if (const auto* f = std::get_if<effect::FetchPrs>(&e)) next = f->repo;
     };
     const auto start = Clock::now();
     send(msg::HomeResolved{"/nonexistent"});
@@ -96,11 +92,10 @@ void core(int repos) {
     send(msg::PathResolved{"/usr/bin"});
     send(msg::GhChecked{0});
     report("start", ms(Clock::now() - start));
-    // The start's first fetch is answered first, then a refresh goes round.
-    if (const std::string first = fetching(last); !first.empty()) send(msg::PrsFetched{answer(first), true});
-    while (!fetching(last).empty()) send(msg::PrsFetched{answer(fetching(last)), true});
-    cycle(send, [&] { return fetching(last); }, repos);
-    std::printf("rows %zu\n", model.listRows().size());
+    // The start's fetches are answered first, then a refresh goes round.
+    while (!next.empty()) send(msg::PrsFetched{answer(next), true});
+    cycle(send, [&] { return next; }, repos);
+    std::printf("rows %zu, pull requests %zu\n", model.listRows().size(), model.prs.size());
 }
 
 void panel(int repos) {
@@ -115,7 +110,7 @@ void panel(int repos) {
     // The start's fetches: the store asked for the first before it could
     // perform, so the first one is answered by name.
     const auto send = [&](const Msg& msg) {
-        next.clear();
+        if (std::holds_alternative<msg::PrsFetched>(msg)) next.clear();
         bench.store.send(msg);
         // The view follows every answer, as when they come a second apart.
         QCoreApplication::processEvents();
