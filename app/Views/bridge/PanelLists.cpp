@@ -137,24 +137,19 @@ QList<QByteArray> repoRoles() {
             "editLabel", "removeTooltip", "editorPlaceholder", "editorHint"};
 }
 
-std::vector<DiffListModel::Row> repoRows(const Model& model) {
+DiffListModel::Row repoRow(const Repo& repo) {
     static const QList<QByteArray> roles = repoRoles();
-    std::vector<DiffListModel::Row> out;
-    out.reserve(model.repos.size());
-    for (const Repo& repo : model.repos) {
-        const QString name = q(repo.name);
-        out.push_back(makeRow(roles, QString::number(repo.id),
-                              {{"repoId", qint64(repo.id)},
-                               {"name", name},
-                               {"breakableName", ManageTexts::breakableName(repo.name)},
-                               {"patternKind", ManageTexts::patternKind(repo)},
-                               {"patternText", ManageTexts::patternText(repo)},
-                               {"editLabel", QStringLiteral("Edit ") + name},
-                               {"removeTooltip", QStringLiteral("Stop watching ") + name},
-                               {"editorPlaceholder", ManageTexts::editorPlaceholder(repo)},
-                               {"editorHint", ManageTexts::editorHint(repo)}}));
-    }
-    return out;
+    const QString name = q(repo.name);
+    return makeRow(roles, QString::number(repo.id),
+                   {{"repoId", qint64(repo.id)},
+                    {"name", name},
+                    {"breakableName", ManageTexts::breakableName(repo.name)},
+                    {"patternKind", ManageTexts::patternKind(repo)},
+                    {"patternText", ManageTexts::patternText(repo)},
+                    {"editLabel", QStringLiteral("Edit ") + name},
+                    {"removeTooltip", QStringLiteral("Stop watching ") + name},
+                    {"editorPlaceholder", ManageTexts::editorPlaceholder(repo)},
+                    {"editorHint", ManageTexts::editorHint(repo)}});
 }
 
 QList<QByteArray> suggestionRoles() { return {"name", "mine", "label"}; }

@@ -44,7 +44,8 @@ std::vector<DiffListModel::Row> browserRows(const Model& model, BrowserIcons& ic
 /// "editLabel" ("Edit acme/web"), "removeTooltip" ("Stop watching acme/web"),
 /// "editorPlaceholder", "editorHint".
 QList<QByteArray> repoRoles();
-std::vector<DiffListModel::Row> repoRows(const Model& model);
+/// The row of one watched repository; it depends on its id, name and patterns only.
+DiffListModel::Row repoRow(const Repo& repo);
 
 /// Roles of the add popover's suggestions, as the filter leaves them:
 /// "name", "mine", "label" ("Add acme/web" or "Add acme/web, shared").

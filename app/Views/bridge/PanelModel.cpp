@@ -4,6 +4,7 @@
 
 #include <QTimer>
 #include <algorithm>
+#include <unordered_map>
 
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -85,7 +86,20 @@ void PanelModel::updateLists(const Model& model) {
         return a.id == b.id && a.name == b.name && a.pattern == b.pattern && a.detectedPattern == b.detectedPattern;
     };
     if (!std::equal(model.repos.begin(), model.repos.end(), watchedShown_.begin(), watchedShown_.end(), sameRows)) {
-        watchedRepos_.update(PanelLists::repoRows(model));
+        // Only a repository that changed is made into a row again.
+        std::unordered_map<std::int64_t, std::size_t> shownAt;
+        shownAt.reserve(watchedShown_.size());
+        for (std::size_t i = 0; i < watchedShown_.size(); ++i) shownAt.emplace(watchedShown_[i].id, i);
+        std::vector<DiffListModel::Row> rows;
+        rows.reserve(model.repos.size());
+        for (const Repo& repo : model.repos) {
+            const auto at = shownAt.find(repo.id);
+            rows.push_back(at != shownAt.end() && sameRows(watchedShown_[at->second], repo)
+                               ? watchedRows_[at->second]
+                               : PanelLists::repoRow(repo));
+        }
+        watchedRows_ = rows;  // the values are shared, not copied
+        watchedRepos_.update(std::move(rows));
         watchedShown_ = model.repos;
     }
     manageDrag_.rowsFollowed();
