@@ -8,9 +8,17 @@
 
 #include <QString>
 #include <QValidator>
-#include <QtQml/qqmlregistration.h>
+#include <QtQml/qqml.h>
 
 namespace velmar::ui {
+
+// Qt Quick registers its validators but not their base, so the tools that
+// check the QML would not know what a ByteCapValidator is without this.
+struct ValidatorBase {
+    Q_GADGET
+    QML_FOREIGN(QValidator)
+    QML_ANONYMOUS
+};
 
 class ByteCapValidator : public QValidator {
     Q_OBJECT

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <QAbstractListModel>
+#include <QtQml/qqmlregistration.h>
 #include <QByteArray>
 #include <QList>
 #include <QString>
@@ -16,6 +17,7 @@ namespace velmar::ui {
 
 class DiffListModel : public QAbstractListModel {
     Q_OBJECT
+    QML_ANONYMOUS
     Q_PROPERTY(int count READ count NOTIFY countChanged)
 public:
     /// One row: a key that is unique in the list and stable across updates,

@@ -5,6 +5,8 @@
 #include <QUrl>
 #include <QVariantMap>
 
+#include <variant>
+
 #include "BrowserIcons.h"
 #include "ManageTexts.h"
 #include "RepoGroup.h"
@@ -23,14 +25,11 @@ QString isolated(const std::string& s) {
     return QChar(0x2068) + q(s) + QChar(0x2069);
 }
 
-// The values of one row, in the order of `roles`; roles a row does not set
-// stay null, so a heading and a pull request can share one list.
-DiffListModel::Row makeRow(const QList<QByteArray>& roles, QString key, const QVariantMap& values) {
-    DiffListModel::Row row{std::move(key), {}};
-    row.values.reserve(roles.size());
-    for (const QByteArray& role : roles) row.values.append(values.value(QString::fromLatin1(role)));
-    return row;
-}
+// Lambdas as one visitor, one per alternative of a variant.
+template <class... Cases>
+struct overloaded : Cases... {
+    using Cases::operator()...;
+};
 
 // The image URL of a browser's icon, or empty when it has none.
 QString iconSource(BrowserIcons& icons, const std::string& app) {
@@ -40,172 +39,145 @@ QString iconSource(BrowserIcons& icons, const std::string& app) {
 
 }  // namespace
 
-QList<QByteArray> prRoles() {
-    return {"kind",        "repoId",   "groupIndex",     "name",       "spinning",
-            "failed",      "count",    "countLabel",     "loadingLabel", "prId",
-            "number",      "numberText", "numberTemplate", "title",    "author",
-            "authorTooltip", "isDraft", "hovered",       "hasPreview", "previewTooltip",
-            "openLabel",   "previewLabel", "groupRows", "rowInGroup",
-            // Checks, reviews and deployments; empty while switched off.
-            "checks", "checksLabel", "review", "reviewLabel", "conflicts", "deploy", "deployLabel",
-            "moreText"};
-}
-
 std::vector<DiffListModel::Row> prRows(const Model& model, const std::vector<RepoGroup>& groups) {
-    static const QList<QByteArray> roles = prRoles();
     std::vector<DiffListModel::Row> out;
     int groupIndex = 0;
     for (const RepoGroup& group : groups) {
         const Repo& repo = group.repo;
         const QVariant repoId = qint64(repo.id);
-        out.push_back(makeRow(roles, q(ListRow{repo}.id()),
-                              {{"kind", QStringLiteral("header")},
-                               {"repoId", repoId},
-                               {"groupIndex", groupIndex},
-                               {"name", q(repo.name)},
-                               {"spinning", repo.state != RepoState::ok},
-                               {"failed", repo.failed},
-                               {"count", qint64(repo.count)},
-                               {"countLabel", QStringLiteral("%1 open").arg(repo.count)},
-                               {"loadingLabel", QStringLiteral("Loading ") + q(repo.name)},
-                               {"groupRows", int(group.prs.size())}}));
+        out.push_back(makeRow<PrRoles>(q(ListRow{repo}.id()),
+                              {{PrRole::kind, QStringLiteral("header")},
+                               {PrRole::repoId, repoId},
+                               {PrRole::groupIndex, groupIndex},
+                               {PrRole::name, q(repo.name)},
+                               {PrRole::spinning, repo.state != RepoState::ok},
+                               {PrRole::failed, repo.failed},
+                               {PrRole::count, qint64(repo.count)},
+                               {PrRole::countLabel, QStringLiteral("%1 open").arg(repo.count)},
+                               {PrRole::loadingLabel, QStringLiteral("Loading ") + q(repo.name)},
+                               {PrRole::groupRows, int(group.prs.size())}}));
         const QString numberTemplate = q(group.numberTemplate());
         for (std::size_t k = 0; k < group.prs.size(); ++k) {
             const PR& pr = group.prs[k];
-            out.push_back(makeRow(
-                roles, q(ListRow{pr}.id()),
-                {{"kind", QStringLiteral("pr")},
-                 {"repoId", repoId},
-                 {"groupIndex", groupIndex},
-                 {"prId", qint64(pr.id)},
-                 {"number", qint64(pr.number)},
-                 {"numberText", QStringLiteral("#%1").arg(pr.number)},
-                 {"numberTemplate", numberTemplate},
-                 {"title", q(text::trimWhitespaceAndNewlines(pr.title))},
-                 {"author", q(pr.author)},
-                 {"authorTooltip", QStringLiteral("by ") + isolated(pr.author)},
-                 {"isDraft", pr.isDraft},
-                 {"hovered", model.hoveredPr == pr.id},
-                 {"hasPreview", !pr.preview.empty()},
-                 {"previewTooltip", q(previewTooltip(pr.previewSource))},
-                 {"openLabel", q(openPrLabel(pr.number))},
-                 {"previewLabel", q(openPreviewLabel(pr.number))},
-                 {"rowInGroup", int(k)},
-                 {"checks", pr.checks ? q(std::string(jsonText(*pr.checks))) : QString()},
-                 {"checksLabel", q(checksLabel(pr.checks))},
-                 {"review", pr.review ? q(std::string(jsonText(*pr.review))) : QString()},
-                 {"reviewLabel", q(reviewLabel(pr.review))},
-                 {"conflicts", pr.conflicts.value_or(false)},
-                 {"deploy", pr.deploy ? q(std::string(jsonText(*pr.deploy))) : QString()},
-                 {"deployLabel", q(deployLabel(pr))}}));
+            out.push_back(makeRow<PrRoles>(q(ListRow{pr}.id()),
+                {{PrRole::kind, QStringLiteral("pr")},
+                 {PrRole::repoId, repoId},
+                 {PrRole::groupIndex, groupIndex},
+                 {PrRole::prId, qint64(pr.id)},
+                 {PrRole::number, qint64(pr.number)},
+                 {PrRole::numberText, QStringLiteral("#%1").arg(pr.number)},
+                 {PrRole::numberTemplate, numberTemplate},
+                 {PrRole::title, q(text::trimWhitespaceAndNewlines(pr.title))},
+                 {PrRole::author, q(pr.author)},
+                 {PrRole::authorTooltip, QStringLiteral("by ") + isolated(pr.author)},
+                 {PrRole::isDraft, pr.isDraft},
+                 {PrRole::hovered, model.hoveredPr == pr.id},
+                 {PrRole::hasPreview, !pr.preview.empty()},
+                 {PrRole::previewTooltip, q(previewTooltip(pr.previewSource))},
+                 {PrRole::openLabel, q(openPrLabel(pr.number))},
+                 {PrRole::previewLabel, q(openPreviewLabel(pr.number))},
+                 {PrRole::rowInGroup, int(k)},
+                 {PrRole::checks, pr.checks ? q(std::string(jsonText(*pr.checks))) : QString()},
+                 {PrRole::checksLabel, q(checksLabel(pr.checks))},
+                 {PrRole::review, pr.review ? q(std::string(jsonText(*pr.review))) : QString()},
+                 {PrRole::reviewLabel, q(reviewLabel(pr.review))},
+                 {PrRole::conflicts, pr.conflicts.value_or(false)},
+                 {PrRole::deploy, pr.deploy ? q(std::string(jsonText(*pr.deploy))) : QString()},
+                 {PrRole::deployLabel, q(deployLabel(pr))}}));
         }
         if (group.more > 0)
-            out.push_back(makeRow(roles, q(ListRow{MoreRow{repo.id, group.more}}.id()),
-                                  {{"kind", QStringLiteral("more")},
-                                   {"repoId", repoId},
-                                   {"groupIndex", groupIndex},
-                                   {"rowInGroup", int(group.prs.size())},
-                                   {"moreText", q(moreLabel(group.more))}}));
+            out.push_back(makeRow<PrRoles>(q(ListRow{MoreRow{repo.id, group.more}}.id()),
+                                  {{PrRole::kind, QStringLiteral("more")},
+                                   {PrRole::repoId, repoId},
+                                   {PrRole::groupIndex, groupIndex},
+                                   {PrRole::rowInGroup, int(group.prs.size())},
+                                   {PrRole::moreText, q(moreLabel(group.more))}}));
         ++groupIndex;
     }
     return out;
 }
 
-QList<QByteArray> browserRoles() {
-    return {"browserId", "name", "initials", "isDefault", "selected", "iconSource"};
-}
-
 std::vector<DiffListModel::Row> browserRows(const Model& model, BrowserIcons& icons) {
-    static const QList<QByteArray> roles = browserRoles();
     const Browser* selected = model.selectedBrowserEntry();
     std::vector<DiffListModel::Row> out;
     for (const Browser& b : model.visibleBrowsers()) {
         const QString icon = iconSource(icons, b.app);
-        out.push_back(makeRow(roles, QString::number(b.id),
-                              {{"browserId", qint64(b.id)},
-                               {"name", q(b.name)},
-                               {"initials", q(b.initials)},
-                               {"isDefault", b.isSystemDefault()},
-                               {"selected", selected != nullptr && selected->id == b.id},
-                               {"iconSource", icon}}));
+        out.push_back(makeRow<BrowserRoles>(QString::number(b.id),
+                              {{BrowserRole::browserId, qint64(b.id)},
+                               {BrowserRole::name, q(b.name)},
+                               {BrowserRole::initials, q(b.initials)},
+                               {BrowserRole::isDefault, b.isSystemDefault()},
+                               {BrowserRole::selected, selected != nullptr && selected->id == b.id},
+                               {BrowserRole::iconSource, icon}}));
     }
     return out;
 }
 
-QList<QByteArray> repoRoles() {
-    return {"repoId",   "name",          "breakableName",     "patternKind", "patternText",
-            "editLabel", "removeTooltip", "editorPlaceholder", "editorHint"};
-}
-
 DiffListModel::Row repoRow(const Repo& repo) {
-    static const QList<QByteArray> roles = repoRoles();
     const QString name = q(repo.name);
-    return makeRow(roles, QString::number(repo.id),
-                   {{"repoId", qint64(repo.id)},
-                    {"name", name},
-                    {"breakableName", ManageTexts::breakableName(repo.name)},
-                    {"patternKind", ManageTexts::patternKind(repo)},
-                    {"patternText", ManageTexts::patternText(repo)},
-                    {"editLabel", QStringLiteral("Edit ") + name},
-                    {"removeTooltip", QStringLiteral("Stop watching ") + name},
-                    {"editorPlaceholder", ManageTexts::editorPlaceholder(repo)},
-                    {"editorHint", ManageTexts::editorHint(repo)}});
+    return makeRow<RepoRoles>(QString::number(repo.id),
+                              {{RepoRole::repoId, qint64(repo.id)},
+                               {RepoRole::name, name},
+                               {RepoRole::breakableName, ManageTexts::breakableName(repo.name)},
+                               {RepoRole::patternKind, ManageTexts::patternKind(repo)},
+                               {RepoRole::patternText, ManageTexts::patternText(repo)},
+                               {RepoRole::editLabel, QStringLiteral("Edit ") + name},
+                               {RepoRole::removeTooltip, QStringLiteral("Stop watching ") + name},
+                               {RepoRole::editorPlaceholder, ManageTexts::editorPlaceholder(repo)},
+                               {RepoRole::editorHint, ManageTexts::editorHint(repo)}});
 }
-
-QList<QByteArray> suggestionRoles() { return {"name", "mine", "label"}; }
 
 std::vector<DiffListModel::Row> suggestionRows(const Model& model) {
-    static const QList<QByteArray> roles = suggestionRoles();
     const std::vector<Suggestion> suggestions = model.filteredSuggestions();
     std::vector<DiffListModel::Row> out;
     out.reserve(suggestions.size());
     for (const Suggestion& s : suggestions) {
         const QString name = q(s.name);
         const QString label = QStringLiteral("Add ") + name + (s.mine ? QString() : QStringLiteral(", shared"));
-        out.push_back(makeRow(roles, name, {{"name", name}, {"mine", s.mine}, {"label", label}}));
+        out.push_back(makeRow<SuggestionRoles>(
+            name, {{SuggestionRole::name, name}, {SuggestionRole::mine, s.mine}, {SuggestionRole::label, label}}));
     }
     return out;
 }
 
-QList<QByteArray> browserSwitchRoles() {
-    return {"browserId", "name", "initials", "isDefault", "iconSource", "shown"};
-}
-
 std::vector<DiffListModel::Row> browserSwitchRows(const Model& model, BrowserIcons& icons) {
-    static const QList<QByteArray> roles = browserSwitchRoles();
     std::vector<DiffListModel::Row> out;
     out.reserve(model.browsers.size());
     for (const Browser& b : model.browsers) {
-        out.push_back(makeRow(roles, QString::number(b.id),
-                              {{"browserId", qint64(b.id)},
-                               {"name", q(b.name)},
-                               {"initials", q(b.initials)},
-                               {"isDefault", b.isSystemDefault()},
-                               {"iconSource", iconSource(icons, b.app)},
-                               {"shown", b.shown}}));
+        out.push_back(makeRow<BrowserSwitchRoles>(QString::number(b.id),
+                              {{BrowserSwitchRole::browserId, qint64(b.id)},
+                               {BrowserSwitchRole::name, q(b.name)},
+                               {BrowserSwitchRole::initials, q(b.initials)},
+                               {BrowserSwitchRole::isDefault, b.isSystemDefault()},
+                               {BrowserSwitchRole::iconSource, iconSource(icons, b.app)},
+                               {BrowserSwitchRole::shown, b.shown}}));
     }
     return out;
 }
 
 QVariantList previewMenu(const Model& model) {
+    // One case per kind of item, so a new kind does not compile until it is
+    // drawn. The menu does not depend on the row it is offered for; each
+    // item holds its message, which the row completes with its own "id".
+    const auto entry = [](const PreviewMenuItem& item) -> QVariantMap {
+        return std::visit(
+            overloaded{
+                [](const menu::Open& open) {
+                    QVariantMap message{{"msg", QStringLiteral("open_preview")}};
+                    if (open.browser) message.insert("browser", qint64(*open.browser));
+                    return QVariantMap{{"kind", QStringLiteral("open")}, {"title", q(open.title)}, {"message", message}};
+                },
+                [](const menu::Copy& copy) {
+                    return QVariantMap{{"kind", QStringLiteral("copy")},
+                                       {"title", q(copy.title)},
+                                       {"message", QVariantMap{{"msg", QStringLiteral("copy_preview")}}}};
+                },
+                [](const menu::Separator&) { return QVariantMap{{"kind", QStringLiteral("separator")}}; },
+            },
+            item);
+    };
     QVariantList items;
-    // The menu does not depend on the row it is offered for; each item holds
-    // its message, which the row completes with its own "id".
-    for (const PreviewMenuItem& item : model.previewMenu()) {
-        if (const auto* open = std::get_if<menu::Open>(&item)) {
-            QVariantMap message{{"msg", QStringLiteral("open_preview")}};
-            if (open->browser) message.insert("browser", qint64(*open->browser));
-            items.append(QVariantMap{{"kind", QStringLiteral("open")},
-                                     {"title", q(open->title)},
-                                     {"message", message}});
-        } else if (const auto* copy = std::get_if<menu::Copy>(&item)) {
-            items.append(QVariantMap{{"kind", QStringLiteral("copy")},
-                                     {"title", q(copy->title)},
-                                     {"message", QVariantMap{{"msg", QStringLiteral("copy_preview")}}}});
-        } else {
-            items.append(QVariantMap{{"kind", QStringLiteral("separator")}});
-        }
-    }
+    for (const PreviewMenuItem& item : model.previewMenu()) items.append(entry(item));
     return items;
 }
 

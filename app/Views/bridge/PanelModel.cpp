@@ -20,19 +20,27 @@ PanelModel::PanelModel(const Model& model, Send send, BrowserIcons& icons, QObje
       send_(std::move(send)),
       icons_(icons),
       now_(derive(model)),
-      rows_(PanelLists::prRoles(), this),
-      browsers_(PanelLists::browserRoles(), this),
+      rows_(roleNames<PanelLists::PrRoles>(), this),
+      browsers_(roleNames<PanelLists::BrowserRoles>(), this),
       listDrag_(0.3, 0),
       manageDrag_(std::nullopt, 34),
-      watchedRepos_(PanelLists::repoRoles(), this),
-      suggestions_(PanelLists::suggestionRoles(), this),
-      browserSwitches_(PanelLists::browserSwitchRoles(), this) {
+      watchedRepos_(roleNames<PanelLists::RepoRoles>(), this),
+      suggestions_(roleNames<PanelLists::SuggestionRoles>(), this),
+      browserSwitches_(roleNames<PanelLists::BrowserSwitchRoles>(), this) {
     // Both lists end a drag the same way: one move to the target index,
     // which counts the groups shown, a prefix of the watch list.
     for (RepoDragTracker* drag : {&listDrag_, &manageDrag_})
         drag->setOnDrop([this](reorder::Id id, int target) { send_(msg::MoveRepo{id, target}); });
     updateLists(model);
 }
+
+namespace {
+
+QVariantMap statusMap(const ManageTexts::Status& status) {
+    return {{QStringLiteral("state"), status.state}, {QStringLiteral("text"), status.text}};
+}
+
+}  // namespace
 
 PanelModel::Values PanelModel::derive(const Model& model) {
     Values v;
@@ -46,13 +54,16 @@ PanelModel::Values PanelModel::derive(const Model& model) {
     v.footerText = QString::fromStdString(model.footerText());
     v.windowTitle = !v.showsOnboarding && v.onSettings ? QStringLiteral("Settings")
                                                        : QStringLiteral("Velmar");
-    v.gh = QString::fromUtf8(jsonText(model.gh));
+    v.ghChecking = model.gh == GhStatus::unknown;
+    v.ghMissing = model.gh == GhStatus::missing;
+    v.ghSignedOut = model.gh == GhStatus::loggedOut;
+    v.ghSignedIn = model.gh == GhStatus::ok;
     v.ghInstalled = model.gh == GhStatus::ok || model.gh == GhStatus::loggedOut;
     v.showsGhBanner = model.showsGhBanner();
     v.brewInstalled = model.brewInstalled.value_or(false);
     v.previewMenu = PanelLists::previewMenu(model);
-    v.ghInstalledStatus = ManageTexts::ghInstalled(model.gh);
-    v.ghSignedInStatus = ManageTexts::ghSignedIn(model.gh);
+    v.ghInstalledStatus = statusMap(ManageTexts::ghInstalled(model.gh));
+    v.ghSignedInStatus = statusMap(ManageTexts::ghSignedIn(model.gh));
     v.ghFooter = ManageTexts::ghFooter(model.gh);
     v.browserMode = QString::fromUtf8(jsonText(model.browserMode));
     v.browserFooter = ManageTexts::browserFooter(model.browserMode);
@@ -107,10 +118,6 @@ void PanelModel::updateLists(const Model& model) {
     browserSwitches_.update(PanelLists::browserSwitchRows(model, icons_));
 }
 
-QVariantMap PanelModel::statusMap(const ManageTexts::Status& status) {
-    return {{QStringLiteral("state"), status.state}, {QStringLiteral("text"), status.text}};
-}
-
 void PanelModel::showNotice(const QString& text, double seconds) {
     if (noticeTimer_ == nullptr) {
         noticeTimer_ = new QTimer(this);
@@ -129,25 +136,11 @@ void PanelModel::show(const Model& model) {
     const Values before = now_;
     now_ = derive(model);
     updateLists(model);
-    if (before.onSettings != now_.onSettings) emit screenChanged();
-    if (before.showsOnboarding != now_.showsOnboarding) emit showsOnboardingChanged();
-    if (before.settingsLoaded != now_.settingsLoaded) emit settingsLoadedChanged();
-    if (before.autoRefresh != now_.autoRefresh) emit autoRefreshChanged();
-    if (before.checksOn != now_.checksOn) emit checksOnChanged();
-    if (before.reposLoaded != now_.reposLoaded) emit reposLoadedChanged();
-    if (before.hasRepos != now_.hasRepos) emit hasReposChanged();
+#define VELMAR_NOTIFY_CHANGE(type, name, signal) \
+    if (before.name != now_.name) emit signal();
+    VELMAR_PANEL_VALUES(VELMAR_NOTIFY_CHANGE)
+#undef VELMAR_NOTIFY_CHANGE
     if (before.footerText != now_.footerText && notice_.isEmpty()) emit footerTextChanged();
-    if (before.windowTitle != now_.windowTitle) emit windowTitleChanged();
-    if (before.gh != now_.gh || before.showsGhBanner != now_.showsGhBanner) emit ghChanged();
-    if (before.brewInstalled != now_.brewInstalled) emit brewInstalledChanged();
-    if (before.previewMenu != now_.previewMenu) emit previewMenuChanged();
-    if (before.browserMode != now_.browserMode) emit browserModeChanged();
-    if (before.appearance != now_.appearance) emit appearanceChanged();
-    if (before.addOpen != now_.addOpen) emit addOpenChanged();
-    if (before.addText != now_.addText) emit addTextChanged();
-    if (before.canSubmitAdd != now_.canSubmitAdd) emit canSubmitAddChanged();
-    if (before.editingRepo != now_.editingRepo) emit editingRepoChanged();
-    if (before.editText != now_.editText) emit editTextChanged();
 }
 
 bool PanelModel::moveRepoBy(const QVariant& id, int delta) {

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <QObject>
+#include <QtQml/qqmlregistration.h>
 #include <QString>
 #include <QVariantList>
 #include <QVariantMap>
@@ -20,36 +21,23 @@ class QTimer;
 #include "ManageTexts.h"
 #include "Model.h"
 #include "Msg.h"
+#include "PanelValues.h"
 
 namespace velmar::ui {
 
 class PanelModel : public QObject {
     Q_OBJECT
-    Q_PROPERTY(bool onSettings READ onSettings NOTIFY screenChanged)
-    Q_PROPERTY(bool showsOnboarding READ showsOnboarding NOTIFY showsOnboardingChanged)
-    Q_PROPERTY(bool settingsLoaded READ settingsLoaded NOTIFY settingsLoadedChanged)
-    Q_PROPERTY(bool autoRefresh READ autoRefresh NOTIFY autoRefreshChanged)
-    Q_PROPERTY(bool checksOn READ checksOn NOTIFY checksOnChanged)
-    Q_PROPERTY(bool reposLoaded READ reposLoaded NOTIFY reposLoadedChanged)
-    Q_PROPERTY(bool hasRepos READ hasRepos NOTIFY hasReposChanged)
+    QML_ELEMENT
+    QML_UNCREATABLE("The shell hands the panel its model.")
+    // One line per derived value: its property, its getter and its own change signal.
+    VELMAR_PANEL_VALUES(VELMAR_PANEL_PROPERTY)
     Q_PROPERTY(QString footerText READ footerText NOTIFY footerTextChanged)
-    /// "Settings" on the settings screen outside onboarding, else "Velmar".
-    Q_PROPERTY(QString windowTitle READ windowTitle NOTIFY windowTitleChanged)
-    /// The gh status as its JSON text: "unknown", "ok", "missing", "logged_out".
-    Q_PROPERTY(QString gh READ gh NOTIFY ghChanged)
-    /// gh answers at all: signed in or signed out.
-    Q_PROPERTY(bool ghInstalled READ ghInstalled NOTIFY ghChanged)
-    Q_PROPERTY(bool showsGhBanner READ showsGhBanner NOTIFY ghChanged)
-    /// Homebrew is known to be there; false while unknown.
-    Q_PROPERTY(bool brewInstalled READ brewInstalled NOTIFY brewInstalledChanged)
     Q_PROPERTY(QString ghLoginCommand READ ghLoginCommand CONSTANT)
     Q_PROPERTY(QString brewInstallCommand READ brewInstallCommand CONSTANT)
-    /// The pull request list's headings and rows (roles: PanelLists::prRoles).
+    /// The pull request list's headings and rows (roles: PanelLists::PrRoles).
     Q_PROPERTY(velmar::ui::DiffListModel* rows READ rows CONSTANT)
-    /// The browser tiles (roles: PanelLists::browserRoles).
+    /// The browser tiles (roles: PanelLists::BrowserRoles).
     Q_PROPERTY(velmar::ui::DiffListModel* browsers READ browsers CONSTANT)
-    /// The preview button's menu (PanelLists::previewMenu).
-    Q_PROPERTY(QVariantList previewMenu READ previewMenu NOTIFY previewMenuChanged)
     /// Dragging of the list's groups by their headings, after a hold of 0.3 s.
     Q_PROPERTY(velmar::ui::RepoDragTracker* listDrag READ listDrag CONSTANT)
     /// Dragging of the settings screen's watched repositories, lifted by
@@ -57,32 +45,15 @@ class PanelModel : public QObject {
     Q_PROPERTY(velmar::ui::RepoDragTracker* manageDrag READ manageDrag CONSTANT)
 
     // ---- The settings screen ----
-    /// The "gh installed" and "Signed in to GitHub" labels as {state, text},
-    /// state being "good", "bad", "checking" or "pending".
-    Q_PROPERTY(QVariantMap ghInstalledStatus READ ghInstalledStatus NOTIFY ghChanged)
-    Q_PROPERTY(QVariantMap ghSignedInStatus READ ghSignedInStatus NOTIFY ghChanged)
-    Q_PROPERTY(QString ghFooter READ ghFooter NOTIFY ghChanged)
-    /// "open" or "manual".
-    Q_PROPERTY(QString browserMode READ browserMode NOTIFY browserModeChanged)
-    Q_PROPERTY(QString browserFooter READ browserFooter NOTIFY browserModeChanged)
-    /// "dark", "light" or "system".
-    Q_PROPERTY(QString appearance READ appearance NOTIFY appearanceChanged)
-    Q_PROPERTY(QString autoFooter READ autoFooter NOTIFY autoRefreshChanged)
-    Q_PROPERTY(bool addOpen READ addOpen NOTIFY addOpenChanged)
-    Q_PROPERTY(QString addText READ addText NOTIFY addTextChanged)
-    Q_PROPERTY(bool canSubmitAdd READ canSubmitAdd NOTIFY canSubmitAddChanged)
-    /// The id of the repository whose pattern is being edited; undefined when none.
-    Q_PROPERTY(QVariant editingRepo READ editingRepo NOTIFY editingRepoChanged)
-    Q_PROPERTY(QString editText READ editText NOTIFY editTextChanged)
     Q_PROPERTY(QString placeholdersLine READ placeholdersLine CONSTANT)
     /// The byte caps of the slug and pattern fields.
     Q_PROPERTY(int slugCapacity READ slugCapacity CONSTANT)
     Q_PROPERTY(int patternCapacity READ patternCapacity CONSTANT)
-    /// The watch list (roles: PanelLists::repoRoles).
+    /// The watch list (roles: PanelLists::RepoRoles).
     Q_PROPERTY(velmar::ui::DiffListModel* watchedRepos READ watchedRepos CONSTANT)
-    /// The filtered suggestions (roles: PanelLists::suggestionRoles).
+    /// The filtered suggestions (roles: PanelLists::SuggestionRoles).
     Q_PROPERTY(velmar::ui::DiffListModel* suggestions READ suggestions CONSTANT)
-    /// Every known browser with its switch (roles: PanelLists::browserSwitchRoles).
+    /// Every known browser with its switch (roles: PanelLists::BrowserSwitchRoles).
     Q_PROPERTY(velmar::ui::DiffListModel* browserSwitches READ browserSwitches CONSTANT)
 public:
     /// How the screens' messages reach the core.
@@ -95,42 +66,17 @@ public:
     /// only what changed.
     void show(const Model& model);
 
-
-    bool onSettings() const { return now_.onSettings; }
-    bool showsOnboarding() const { return now_.showsOnboarding; }
-    bool settingsLoaded() const { return now_.settingsLoaded; }
-    bool autoRefresh() const { return now_.autoRefresh; }
-    bool checksOn() const { return now_.checksOn; }
-    bool reposLoaded() const { return now_.reposLoaded; }
-    bool hasRepos() const { return now_.hasRepos; }
     /// A notice of the shell's own, when one is showing, else the core's text.
     QString footerText() const { return notice_.isEmpty() ? now_.footerText : notice_; }
+    Q_SIGNAL void footerTextChanged();
     /// Shows `text` in the footer for `seconds`, over the core's own text.
     void showNotice(const QString& text, double seconds = 15);
-    QString windowTitle() const { return now_.windowTitle; }
-    QString gh() const { return now_.gh; }
-    bool ghInstalled() const { return now_.ghInstalled; }
-    bool showsGhBanner() const { return now_.showsGhBanner; }
-    bool brewInstalled() const { return now_.brewInstalled; }
     QString ghLoginCommand() const;
     QString brewInstallCommand() const;
     DiffListModel* rows() { return &rows_; }
     DiffListModel* browsers() { return &browsers_; }
-    QVariantList previewMenu() const { return now_.previewMenu; }
     RepoDragTracker* listDrag() { return &listDrag_; }
     RepoDragTracker* manageDrag() { return &manageDrag_; }
-    QVariantMap ghInstalledStatus() const { return statusMap(now_.ghInstalledStatus); }
-    QVariantMap ghSignedInStatus() const { return statusMap(now_.ghSignedInStatus); }
-    QString ghFooter() const { return now_.ghFooter; }
-    QString browserMode() const { return now_.browserMode; }
-    QString browserFooter() const { return now_.browserFooter; }
-    QString appearance() const { return now_.appearance; }
-    QString autoFooter() const { return now_.autoFooter; }
-    bool addOpen() const { return now_.addOpen; }
-    QString addText() const { return now_.addText; }
-    bool canSubmitAdd() const { return now_.canSubmitAdd; }
-    QVariant editingRepo() const { return now_.editingRepo; }
-    QString editText() const { return now_.editText; }
     QString placeholdersLine() const { return ManageTexts::placeholdersLine(); }
     int slugCapacity() const;
     int patternCapacity() const;
@@ -149,61 +95,11 @@ public:
     Q_INVOKABLE bool moveRepoBy(const QVariant& id, int delta);
 
     /// The values the properties show for `model`.
-    struct Values {
-        bool onSettings = false;
-        bool showsOnboarding = false;
-        bool settingsLoaded = false;
-        bool autoRefresh = false;
-        bool checksOn = false;
-        bool reposLoaded = false;
-        bool hasRepos = false;
-        QString footerText;
-        QString windowTitle;
-        QString gh;
-        bool ghInstalled = false;
-        bool showsGhBanner = false;
-        bool brewInstalled = false;
-        QVariantList previewMenu;
-        ManageTexts::Status ghInstalledStatus;
-        ManageTexts::Status ghSignedInStatus;
-        QString ghFooter;
-        QString browserMode;
-        QString browserFooter;
-        QString appearance;
-        QString autoFooter;
-        bool addOpen = false;
-        QString addText;
-        bool canSubmitAdd = false;
-        QVariant editingRepo;
-        QString editText;
-        bool operator==(const Values&) const = default;
-    };
+    using Values = PanelValues;
     static Values derive(const Model& model);
-
-signals:
-    void screenChanged();
-    void showsOnboardingChanged();
-    void settingsLoadedChanged();
-    void autoRefreshChanged();
-    void checksOnChanged();
-    void reposLoadedChanged();
-    void hasReposChanged();
-    void footerTextChanged();
-    void windowTitleChanged();
-    void ghChanged();
-    void brewInstalledChanged();
-    void previewMenuChanged();
-    void browserModeChanged();
-    void appearanceChanged();
-    void addOpenChanged();
-    void addTextChanged();
-    void canSubmitAddChanged();
-    void editingRepoChanged();
-    void editTextChanged();
 
 private:
     void updateLists(const Model& model);
-    static QVariantMap statusMap(const ManageTexts::Status& status);
 
     Send send_;
     BrowserIcons& icons_;

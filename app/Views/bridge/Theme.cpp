@@ -1,6 +1,9 @@
 // Colour tables and rules of the panel's theme.
 #include "Theme.h"
 
+#include <QFont>
+#include <QGuiApplication>
+
 #include <array>
 #include <cstring>
 #include <utility>
@@ -138,6 +141,8 @@ std::string_view name(PanelWidth width) {
 }
 
 // ---- Theme ----
+
+QString Theme::textFamily() { return QGuiApplication::font().family(); }
 
 Theme::Theme(std::optional<Material> forcedMaterial, QObject* parent)
     : QObject(parent), material_(forcedMaterial) {}

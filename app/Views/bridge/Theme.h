@@ -6,6 +6,7 @@
 
 #include <QColor>
 #include <QObject>
+#include <QtQml/qqmlregistration.h>
 #include <QString>
 #include <QVariantMap>
 #include <optional>
@@ -85,6 +86,8 @@ std::string_view name(PanelWidth width);
 /// when the scheme or the contrast setting changes.
 class Theme : public QObject {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("The shell hands the panel its theme.")
     Q_PROPERTY(bool dark READ dark NOTIFY changed)
     Q_PROPERTY(bool increasedContrast READ increasedContrast NOTIFY changed)
     Q_PROPERTY(QColor accent READ accentColor NOTIFY changed)
@@ -117,9 +120,12 @@ class Theme : public QObject {
     Q_PROPERTY(int title MEMBER title_ CONSTANT)
     /// The fixed-pitch face for commands and code.
     Q_PROPERTY(QString monospace MEMBER monospace_ CONSTANT)
+    /// The application's text face, for text that falls back from monospace.
+    Q_PROPERTY(QString textFamily READ textFamily CONSTANT)
     /// The window's own background, behind lifted rows and popups.
     Q_PROPERTY(QColor windowBackground READ windowBackground NOTIFY changed)
 public:
+    static QString textFamily();
     Theme(std::optional<Material> forcedMaterial, QObject* parent = nullptr);
 
     void setDark(bool dark);

@@ -18,7 +18,7 @@ PlainButton {
     Accessible.checked: on
     Accessible.onToggleAction: control.clicked()
 
-    contentItem: Row {
+    contentItem: Row { // qmllint disable deferred-property-id
         id: row
         spacing: 5
         Text {

@@ -10,7 +10,7 @@ import Velmar.Views
 
 T.TextField {
     id: field
-    required property var theme
+    required property Theme theme
     /// The model's value.
     property string modelText
     property int maxBytes: 0
@@ -42,7 +42,7 @@ T.TextField {
 
     Component.onCompleted: {
         follow()
-        if (autofocus) Qt.callLater(takeFocus)
+        if (autofocus) Qt.callLater(takeFocus) // qmllint disable type
     }
     onModelTextChanged: follow()
     // Any change that is not the model's echo is the user's: typed, pasted,

@@ -1,11 +1,12 @@
 // A shell command to run, in a small well the user can select from, with a
 // button that copies it.
 import QtQuick
+import Velmar.Views
 
 Row {
     id: well
-    required property var panel
-    required property var theme
+    required property PanelModel panel
+    required property Theme theme
     required property string command
 
     spacing: 8
@@ -50,6 +51,6 @@ Row {
         text: "Copy"
         tooltip: "Copy command"
         Accessible.name: "Copy command " + well.command
-        activate: () => well.panel.send({ msg: "copy_command", command: well.command })
+        onClicked: well.panel.send({ msg: "copy_command", command: well.command })
     }
 }

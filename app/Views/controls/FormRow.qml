@@ -1,11 +1,12 @@
 // One row of a settings card: its content inset from the card's edges, and
 // a hairline above it unless it is the card's first row.
 import QtQuick
+import Velmar.Views
 import QtQuick.Layouts
 
 Item {
     id: row
-    required property var theme
+    required property Theme theme
     property bool divider: true
     property real minimumHeight: 32
     default property alias content: body.data

@@ -2,11 +2,12 @@
 // it), the grouped rows on a rounded card, and a footer note under the card
 // when there is one.
 import QtQuick
+import Velmar.Views
 import QtQuick.Layouts
 
 ColumnLayout {
     id: section
-    required property var theme
+    required property Theme theme
     property string title
     property string footer
     /// Items laid after the title, at the trailing end of the heading.

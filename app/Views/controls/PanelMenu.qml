@@ -3,12 +3,15 @@
 // so the arrows, Return and Escape work at once. One menu serves every row
 // of a list: `subject` is the id of the row it was opened for, and an id
 // that is gone by the time an item is picked is one the core ignores.
+pragma ComponentBehavior: Bound
+
 import QtQuick
+import Velmar.Views
 import QtQuick.Templates as T
 
 T.Menu {
     id: menu
-    required property var theme
+    required property Theme theme
 
     property var subject
 

@@ -4,11 +4,12 @@
 // Pointer, keyboard (arrows, Return, Space) and a screen reader's Press all
 // trigger it.
 import QtQuick
+import Velmar.Views
 import QtQuick.Templates as T
 
 T.MenuItem {
     id: item
-    required property var theme
+    required property Theme theme
     property bool separator: false
     /// Drawn in the destructive colour.
     property bool destructive: false
@@ -44,7 +45,7 @@ T.MenuItem {
         color: item.theme.tint
         opacity: item.highlighted || item.hovered ? 1 : 0
     }
-    contentItem: Item {
+    contentItem: Item { // qmllint disable deferred-property-id
         SymbolIcon {
             visible: item.choice && item.checked
             anchors.verticalCenter: parent.verticalCenter

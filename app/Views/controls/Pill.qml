@@ -1,10 +1,11 @@
 // A small capsule label in one of four roles, filled or tinted; under
 // increased contrast it is outlined instead.
 import QtQuick
+import Velmar.Views
 
 Rectangle {
     id: pill
-    required property var theme
+    required property Theme theme
     property string text
     property string role: "accent"   // accent, destructive, warning, info
     property bool filled: false

@@ -2,24 +2,20 @@
 // a focus ring; Space, Return and Enter activate it, as does a screen
 // reader's Press; right click, the menu key and Shift+F10 ask for its context menu.
 import QtQuick
+import Velmar.Views
 import QtQuick.Controls
 import QtQuick.Templates as T
 
 T.AbstractButton {
     id: control
-    required property var theme
+    required property Theme theme
     property string tooltip
     /// A link: the pointing hand, and the link role for assistive tools.
     property bool link: false
     property real focusRadius: 6
 
-    /// What a click, a key or a screen reader's Press does.
-    property var activate: null
-
     /// Right click (at the pointer) or the menu key and Shift+F10 (under the control).
     signal menuRequested(real x, real y)
-
-    onClicked: if (activate) activate()
 
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: implicitContentHeight + topPadding + bottomPadding

@@ -5,11 +5,12 @@
 // meanwhile. Its content is built each time it opens, so a field in it
 // starts from the model's value and takes the focus afresh.
 import QtQuick
+import Velmar.Views
 import QtQuick.Templates as T
 
 T.Popup {
     id: popover
-    required property var theme
+    required property Theme theme
     required property Item anchorItem
     property string edge: "bottom"
     property real preferredWidth: 320

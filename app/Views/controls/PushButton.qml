@@ -29,7 +29,7 @@ PlainButton {
             opacity: button.down ? 0.15 : (button.hovered ? 0.06 : 0)
         }
     }
-    contentItem: Text {
+    contentItem: Text { // qmllint disable deferred-property-id
         id: label
         text: button.text
         textFormat: Text.PlainText

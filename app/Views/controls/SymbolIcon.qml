@@ -11,7 +11,8 @@ Image {
     width: size
     height: size
     source: name.length > 0 ? "image://icon/" + name + "/" + String(color) : ""
-    sourceSize: Qt.size(Math.ceil(size * Screen.devicePixelRatio), Math.ceil(size * Screen.devicePixelRatio))
+    sourceSize.width: Math.ceil(size * Screen.devicePixelRatio)
+    sourceSize.height: Math.ceil(size * Screen.devicePixelRatio)
     fillMode: Image.PreserveAspectFit
     smooth: true
     Accessible.ignored: true

@@ -1,10 +1,11 @@
 // A browser's icon from its desktop entry; without one, its initials on a
 // faint square; the system default shows a globe.
 import QtQuick
+import Velmar.Views
 
 Item {
     id: badge
-    required property var theme
+    required property Theme theme
     property string icon
     property string initials
     property bool isDefault: false
@@ -15,7 +16,8 @@ Item {
         anchors.fill: parent
         visible: badge.icon.length > 0
         source: badge.icon
-        sourceSize: Qt.size(64, 64)
+        sourceSize.width: 64
+        sourceSize.height: 64
         smooth: true
         mipmap: true
         fillMode: Image.PreserveAspectFit

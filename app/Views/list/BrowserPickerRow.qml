@@ -1,13 +1,16 @@
 // The strip of browser tiles at the top of the list: the one picked opens
 // the links. It takes no height while no browser is offered, and scrolls
 // sideways when the tiles do not fit.
+pragma ComponentBehavior: Bound
+
 import QtQuick
+import Velmar.Views
 import QtQuick.Layouts
 
 Item {
     id: strip
-    required property var panel
-    required property var theme
+    required property PanelModel panel
+    required property Theme theme
     required property string widthClass
 
     readonly property bool empty: panel.browsers.count === 0
@@ -55,7 +58,7 @@ Item {
                     model: strip.panel.browsers
                     BrowserTile {
                         theme: strip.theme
-                        activate: () => strip.panel.send({ msg: "select_browser", id: browserId })
+                        onClicked: strip.panel.send({ msg: "select_browser", id: browserId })
                         onActiveFocusChanged: if (activeFocus) scroller.contentX = Math.max(0,
                             Math.min(x + 2 - (scroller.width - width) / 2, scroller.contentWidth - scroller.width))
                     }

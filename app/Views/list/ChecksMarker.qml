@@ -1,11 +1,12 @@
 // The head commit's checks before a title: a green check when they pass, a
 // red cross when they fail, an amber dot while they run; nothing without checks.
 import QtQuick
+import Velmar.Views
 import QtQuick.Controls
 
 Item {
     id: marker
-    required property var theme
+    required property Theme theme
     property string state: ""
     property string label: ""
 

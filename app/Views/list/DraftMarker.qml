@@ -1,11 +1,12 @@
 // Marks a draft: a "draft" pill where there is room, a dashed circle in the
 // narrowest panel.
 import QtQuick
+import Velmar.Views
 import QtQuick.Controls
 
 Item {
     id: marker
-    required property var theme
+    required property Theme theme
     required property string widthClass
     readonly property bool asSymbol: widthClass === "minimal"
 

@@ -1,11 +1,12 @@
 // What the list shows when no repository is watched: a struck-through eye,
 // a title, a line of help and the way to the settings screen.
 import QtQuick
+import Velmar.Views
 
 Item {
     id: empty
-    required property var panel
-    required property var theme
+    required property PanelModel panel
+    required property Theme theme
 
     Column {
         anchors.centerIn: parent
@@ -46,7 +47,7 @@ Item {
             theme: empty.theme
             prominent: true
             text: "Add repos"
-            activate: () => empty.panel.send({ msg: "navigate", screen: "manage" })
+            onClicked: empty.panel.send({ msg: "navigate", screen: "manage" })
         }
     }
 }

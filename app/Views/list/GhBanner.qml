@@ -2,15 +2,16 @@
 // signed out. It says what is wrong and offers the one step that helps; in
 // the narrowest panel that step sits under the text.
 import QtQuick
+import Velmar.Views
 import QtQuick.Layouts
 
 Item {
     id: banner
-    required property var panel
-    required property var theme
+    required property PanelModel panel
+    required property Theme theme
     required property string widthClass
 
-    readonly property bool missing: panel.gh === "missing"
+    readonly property bool missing: panel.ghMissing
     readonly property bool narrow: widthClass === "minimal"
     readonly property string title: missing ? "The GitHub CLI isn't installed" : "You're signed out of the GitHub CLI"
     readonly property string mono: "<font face=\"" + theme.monospace + "\">%1</font>"
@@ -94,6 +95,8 @@ Item {
         }
     }
 
+    // Built by the loaders above, inside this file, so it sees the banner.
+    // qmllint disable unqualified
     Component {
         id: action
         PushButton {
@@ -102,8 +105,9 @@ Item {
             text: banner.missing ? "Install instructions" : "Copy"
             tooltip: banner.missing ? "" : "Copy command"
             Accessible.name: banner.missing ? text : "Copy command"
-            activate: () => banner.missing ? banner.panel.send({ msg: "open_install_page" })
+            onClicked: banner.missing ? banner.panel.send({ msg: "open_install_page" })
                                       : banner.panel.send({ msg: "copy_command", command: banner.panel.ghLoginCommand })
         }
     }
+    // qmllint enable unqualified
 }

@@ -3,11 +3,12 @@
 // the rest stays blank, so nothing flashes; with no repository it shows the
 // empty state.
 import QtQuick
+import Velmar.Views
 
 Item {
     id: screen
-    required property var panel
-    required property var theme
+    required property PanelModel panel
+    required property Theme theme
     required property string widthClass
 
     Column {

@@ -1,11 +1,12 @@
 // The last row of a group whose pull requests did not all fit: how many more
 // there are, as a link to the repository's pull requests.
 import QtQuick
+import Velmar.Views
 
 Item {
     id: row
-    required property var theme
-    required property var panel
+    required property Theme theme
+    required property PanelModel panel
     required property var repoId
     required property string moreText
 
@@ -19,7 +20,7 @@ Item {
         link: true
         text: row.moreText
         tooltip: "Open the pull requests on GitHub"
-        activate: () => row.panel.send({ msg: "open_repo_pulls", id: row.repoId })
+        onClicked: row.panel.send({ msg: "open_repo_pulls", id: row.repoId })
         contentItem: Text {
             text: button.text
             color: button.theme.tint

@@ -2,14 +2,17 @@
 // then its rows. The view is lazy and its model changes by difference, so a
 // refresh keeps the scroll position, hover, focus and any open menu. Groups
 // are reordered by holding and dragging their heading (panel.listDrag).
+pragma ComponentBehavior: Bound
+
 import QtQuick
+import Velmar.Views
 import QtQuick.Controls
 import Qt.labs.qmlmodels
 
 ListView {
     id: list
-    required property var panel
-    required property var theme
+    required property PanelModel panel
+    required property Theme theme
     required property string widthClass
 
     objectName: "prList"

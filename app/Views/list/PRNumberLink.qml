@@ -14,7 +14,7 @@ PlainButton {
     implicitWidth: Math.max(template.implicitWidth, number.implicitWidth)
     implicitHeight: number.implicitHeight
 
-    contentItem: Item {
+    contentItem: Item { // qmllint disable deferred-property-id
         Text {
             id: template
             visible: false

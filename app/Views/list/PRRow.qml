@@ -2,13 +2,14 @@
 // the author where there is room, and the preview button when a preview is
 // known. The row keeps its height of 24 whatever the title holds.
 import QtQuick
+import Velmar.Views
 import QtQuick.Controls
 import QtQuick.Layouts
 
 FocusScope {
     id: row
-    required property var theme
-    required property var panel
+    required property Theme theme
+    required property PanelModel panel
     required property string widthClass
     required property int index
     required property var repoId
@@ -43,6 +44,8 @@ FocusScope {
     /// The row's group is the one being dragged: it moves with its heading,
     /// above the heading's plate.
     readonly property bool lifted: drag.dragId === repoId
+    // The texts that are not empty, as one phrase for the screen reader.
+    function joined(parts) { return parts.filter(t => t.length > 0).join(", ") }
     // As the heading: under it by the divider's 11, the heading's 24 and
     // 24 a row when lifted, else in place or moved aside with its group.
     property real shownTop: lifted ? drag.draggedTop + 11 + 24 * (1 + rowInGroup) : y + drag.shiftOf(repoId, drag.shiftsRevision)
@@ -87,7 +90,7 @@ FocusScope {
             numberTemplate: row.numberTemplate
             underlined: row.hovered
             text: row.openLabel
-            activate: () => row.panel.send({ msg: "open_pr", id: row.prId })
+            onClicked: row.panel.send({ msg: "open_pr", id: row.prId })
             onHoveredChanged: row.panel.send({ msg: hovered ? "hover_pr" : "unhover_pr", id: row.prId })
             onMenuRequested: (x, y) => row.linkMenuRequested(link, x, y)
             onActiveFocusChanged: if (activeFocus) row.ListView.view.positionViewAtIndex(row.index, ListView.Contain)
@@ -112,7 +115,7 @@ FocusScope {
             horizontalAlignment: Text.AlignLeft
             Accessible.role: Accessible.StaticText
             Accessible.name: layout.roomForMarks ? row.title
-                : [row.title, row.reviewLabel, row.conflicts ? "Conflicts" : ""].filter(t => t.length > 0).join(", ")
+                : row.joined([row.title, row.reviewLabel, row.conflicts ? "Conflicts" : ""])
         }
         ReviewMarker {
             id: reviewMark
@@ -161,7 +164,7 @@ FocusScope {
             tooltip: row.previewTooltip + (row.deploy.length > 0 ? " \u2014 " + row.deployLabel : "")
             deploy: row.deploy
             Accessible.description: row.deployLabel.length > 0 ? row.deployLabel : row.previewTooltip
-            activate: () => row.panel.send({ msg: "open_preview", id: row.prId })
+            onClicked: row.panel.send({ msg: "open_preview", id: row.prId })
             onMenuRequested: (x, y) => row.previewMenuRequested(preview, x, y)
             onActiveFocusChanged: if (activeFocus) row.ListView.view.positionViewAtIndex(row.index, ListView.Contain)
         }

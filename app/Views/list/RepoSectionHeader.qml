@@ -4,12 +4,13 @@
 // menu opens the repository on GitHub or copies its address. Holding it
 // lifts the group for reordering; Alt+Up and Alt+Down move it by one place.
 import QtQuick
+import Velmar.Views
 import QtQuick.Layouts
 
 FocusScope {
     id: header
-    required property var theme
-    required property var panel
+    required property Theme theme
+    required property PanelModel panel
     required property int index
     required property var repoId
     required property int groupIndex

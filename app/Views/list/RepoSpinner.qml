@@ -2,10 +2,11 @@
 // while it is shown, once in 0.9 s (3 s when motion is to be reduced), on the
 // render thread.
 import QtQuick
+import Velmar.Views
 
 Item {
     id: spinner
-    required property var theme
+    required property Theme theme
     property string label
     property bool reduceMotion: false
 

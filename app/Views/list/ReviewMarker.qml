@@ -2,11 +2,12 @@
 // symbol with the decision as its tooltip otherwise. "Conflicts" uses the same
 // marker with the destructive role.
 import QtQuick
+import Velmar.Views
 import QtQuick.Controls
 
 Item {
     id: marker
-    required property var theme
+    required property Theme theme
     required property string widthClass
     property string label: ""
     property string role: "info"
@@ -36,7 +37,8 @@ Item {
         radius: 2
         color: "transparent"
         border.width: 1.5
-        border.color: marker.theme.pill(marker.role, true, marker.theme.dark, marker.theme.increasedContrast).background
+        readonly property var colors: marker.theme.pill(marker.role, true, marker.theme.dark, marker.theme.increasedContrast)
+        border.color: colors.background
     }
     HoverHandler { id: hover; enabled: marker.asSymbol }
     ToolTip.text: label

@@ -3,11 +3,12 @@
 // while the model's add field is open; when the window closes it (a press
 // outside, Escape) it sends the close, and only then.
 import QtQuick
+import Velmar.Views
 import QtQuick.Layouts
 
 Popover {
     id: popover
-    required property var panel
+    required property PanelModel panel
 
     edge: "bottom"
     preferredWidth: 360
@@ -15,6 +16,8 @@ Popover {
     visible: panel.addOpen
     onClosed: if (popover.panel.addOpen) popover.panel.send({ msg: "close_add" })
 
+    // The content is built by the popover's loader, in this file's context.
+    // qmllint disable unqualified
     content: ColumnLayout {
         spacing: 10
 
@@ -45,7 +48,7 @@ Popover {
                 text: "Add"
                 prominent: true
                 enabled: popover.panel.canSubmitAdd
-                activate: () => popover.panel.send({ msg: "submit_add" })
+                onClicked: popover.panel.send({ msg: "submit_add" })
             }
         }
         Text {
@@ -69,8 +72,9 @@ Popover {
             PushButton {
                 theme: popover.theme
                 text: "Done"
-                activate: () => popover.panel.send({ msg: "close_add" })
+                onClicked: popover.panel.send({ msg: "close_add" })
             }
         }
     }
+    // qmllint enable unqualified
 }

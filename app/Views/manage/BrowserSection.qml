@@ -1,11 +1,14 @@
 // Which browsers the picker offers: the open ones, or those switched on
 // here. The switches slide open when the choice turns to chosen browsers.
+pragma ComponentBehavior: Bound
+
 import QtQuick
+import Velmar.Views
 import QtQuick.Layouts
 
 FormSection {
     id: section
-    required property var panel
+    required property PanelModel panel
     required property string widthClass
 
     readonly property bool manual: panel.browserMode === "manual"

@@ -1,11 +1,12 @@
 // One browser of the settings screen: its icon and name, and the switch
 // that says whether the picker offers it.
 import QtQuick
+import Velmar.Views
 import QtQuick.Layouts
 
 FormRow {
     id: row
-    required property var panel
+    required property PanelModel panel
     required property var browserId
     required property string name
     required property string initials
@@ -43,7 +44,7 @@ FormRow {
             tooltip: ""
             showsTitle: false
             on: row.shown
-            activate: () => row.panel.send({ msg: "toggle_browser_shown", id: row.browserId })
+            onClicked: row.panel.send({ msg: "toggle_browser_shown", id: row.browserId })
         }
     }
 }

@@ -1,11 +1,12 @@
 // Extras beyond the plain list: one switch for checks, reviews and
 // deployments, with a note on what it costs and shows.
 import QtQuick
+import Velmar.Views
 import QtQuick.Layouts
 
 FormSection {
     id: section
-    required property var panel
+    required property PanelModel panel
     required property string widthClass
 
     title: "Extras"
@@ -33,7 +34,7 @@ FormSection {
                 tooltip: ""
                 showsTitle: false
                 on: section.panel.checksOn
-                activate: () => section.panel.send({ msg: "set_checks", on: !section.panel.checksOn })
+                onClicked: section.panel.send({ msg: "set_checks", on: !section.panel.checksOn })
             }
         }
     }

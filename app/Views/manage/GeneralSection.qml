@@ -1,11 +1,12 @@
 // The appearance, and once the settings file has been read, the automatic
 // refresh with a note on what it does.
 import QtQuick
+import Velmar.Views
 import QtQuick.Layouts
 
 FormSection {
     id: section
-    required property var panel
+    required property PanelModel panel
     required property string widthClass
 
     title: "General"
@@ -45,7 +46,7 @@ FormSection {
                 tooltip: ""
                 showsTitle: false
                 on: section.panel.autoRefresh
-                activate: () => section.panel.send({ msg: "set_auto", on: !section.panel.autoRefresh })
+                onClicked: section.panel.send({ msg: "set_auto", on: !section.panel.autoRefresh })
             }
         }
     }

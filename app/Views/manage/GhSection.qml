@@ -2,11 +2,12 @@
 // signed in, with the way to install it or the command to sign in under the
 // row that is not yet good.
 import QtQuick
+import Velmar.Views
 import QtQuick.Layouts
 
 FormSection {
     id: section
-    required property var panel
+    required property PanelModel panel
 
     title: "GitHub CLI"
     footer: panel.ghFooter
@@ -35,7 +36,7 @@ FormSection {
         }
         GhInstallGuidance {
             Layout.fillWidth: true
-            visible: section.panel.gh === "missing"
+            visible: section.panel.ghMissing
             panel: section.panel
             theme: section.theme
         }
@@ -61,7 +62,7 @@ FormSection {
             }
         }
         CommandWell {
-            visible: section.panel.gh === "logged_out"
+            visible: section.panel.ghSignedOut
             panel: section.panel
             theme: section.theme
             command: section.panel.ghLoginCommand

@@ -1,10 +1,11 @@
 // The value of a gh status row: a green check, a warning triangle, a small
 // spinner while the check runs, or a dash while there is nothing to say.
 import QtQuick
+import Velmar.Views
 
 Row {
     id: label
-    required property var theme
+    required property Theme theme
     /// {state, text}: state "good", "bad", "checking" or "pending".
     required property var status
 

@@ -3,14 +3,15 @@
 // backdrop. It scrolls when taller than the panel and keeps whatever the
 // keyboard focuses in view.
 import QtQuick
+import Velmar.Views
 import QtQuick.Controls
 import QtQuick.Layouts
 import QtQuick.Window
 
 Flickable {
     id: screen
-    required property var panel
-    required property var theme
+    required property PanelModel panel
+    required property Theme theme
     required property string widthClass
 
     readonly property real inset: widthClass === "minimal" ? 10 : 14

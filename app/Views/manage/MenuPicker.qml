@@ -1,6 +1,8 @@
 // A choice shown as a menu button: the current entry's title and a pair of
 // chevrons; a click opens the entries, the current one checked. Its
 // accessible name is `text`, the choice's title.
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQml
 
@@ -20,7 +22,7 @@ PlainButton {
     implicitWidth: content.implicitWidth + 16
     implicitHeight: 22
 
-    activate: () => menu.openAt(picker, 0, picker.height + 2)
+    onClicked: menu.openAt(picker, 0, picker.height + 2)
     onMenuRequested: menu.openAt(picker, 0, picker.height + 2)
 
     background: Rectangle {
@@ -35,7 +37,7 @@ PlainButton {
             opacity: picker.down ? 0.12 : (picker.hovered ? 0.05 : 0)
         }
     }
-    contentItem: Item {
+    contentItem: Item { // qmllint disable deferred-property-id
         Row {
             id: content
             anchors.centerIn: parent

@@ -3,11 +3,12 @@
 // narrowest panel the title stands above the menu, which keeps its natural
 // size, and the two are read as one group.
 import QtQuick
+import Velmar.Views
 import QtQuick.Layouts
 
 GridLayout {
     id: row
-    required property var theme
+    required property Theme theme
     required property string widthClass
     property string title
     /// [{title, value}], in menu order.

@@ -2,11 +2,12 @@
 // while the model edits this repository; when the window closes it (a press
 // outside, Escape away from the field) it cancels the edit, and only then.
 import QtQuick
+import Velmar.Views
 import QtQuick.Layouts
 
 Popover {
     id: editor
-    required property var panel
+    required property PanelModel panel
     required property var repoId
     required property string name
     required property string placeholder
@@ -19,6 +20,8 @@ Popover {
     visible: panel.editingRepo === repoId
     onClosed: if (editor.panel.editingRepo === editor.repoId) editor.panel.send({ msg: "cancel_edit" })
 
+    // The content is built by the popover's loader, in this file's context.
+    // qmllint disable unqualified
     content: ColumnLayout {
         spacing: 10
         // Return anywhere but on a button saves.
@@ -88,21 +91,22 @@ Popover {
                 text: "Remove"
                 textColor: editor.theme.destructive
                 tooltip: editor.removeTooltip
-                activate: () => editor.panel.send({ msg: "remove_repo", id: editor.repoId })
+                onClicked: editor.panel.send({ msg: "remove_repo", id: editor.repoId })
             }
             Item { Layout.fillWidth: true }
             PushButton {
                 theme: editor.theme
                 text: "Cancel"
-                activate: () => editor.panel.send({ msg: "cancel_edit" })
+                onClicked: editor.panel.send({ msg: "cancel_edit" })
             }
             PushButton {
                 theme: editor.theme
                 text: "Save"
                 prominent: true
                 Accessible.defaultButton: true
-                activate: () => editor.panel.send({ msg: "save_pattern" })
+                onClicked: editor.panel.send({ msg: "save_pattern" })
             }
         }
     }
+    // qmllint enable unqualified
 }

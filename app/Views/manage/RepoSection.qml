@@ -1,12 +1,15 @@
 // The watched repositories: the add button with its popover in the heading,
 // then one row per repository in the order of the watch list. The rows are
 // kept by key, so a refresh or a learned pattern changes one row in place.
+pragma ComponentBehavior: Bound
+
 import QtQuick
+import Velmar.Views
 import QtQuick.Layouts
 
 FormSection {
     id: section
-    required property var panel
+    required property PanelModel panel
     required property string widthClass
 
     title: "Repositories"
@@ -20,7 +23,7 @@ FormSection {
         frameHeight: 20
         text: "Add a repo"
         tooltip: "Add a repo"
-        activate: () => section.panel.send({ msg: "open_add" })
+        onClicked: section.panel.send({ msg: "open_add" })
 
         AddRepoPopover {
             anchorItem: add
@@ -55,7 +58,7 @@ FormSection {
             const now = section.Window.activeFocusItem
             if (now && now !== section.Window.contentItem) return
             const next = rows.itemAt(Math.min(index, rows.count - 1))
-            if (next) next.takeFocus()
+            if (next) next.takeFocus() // qmllint disable type
             else add.forceActiveFocus()
         }
         WatchedRepoRow {

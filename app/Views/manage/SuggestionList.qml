@@ -3,13 +3,16 @@
 // rows in sight exist, and rows that scroll or filter away are kept for
 // reuse, so typing in the field never waits for rows to be built. Tab stops
 // on the list once; the arrows move through it, Return or Space adds.
+pragma ComponentBehavior: Bound
+
 import QtQuick
+import Velmar.Views
 import QtQuick.Controls
 
 Item {
     id: list
-    required property var panel
-    required property var theme
+    required property PanelModel panel
+    required property Theme theme
 
     Rectangle {
         anchors.fill: parent
@@ -42,7 +45,7 @@ Item {
         Keys.onEnterPressed: pickCurrent()
         Keys.onSpacePressed: pickCurrent()
         function pickCurrent() {
-            if (currentItem) list.panel.send({ msg: "pick_suggestion", name: currentItem.name })
+            if (currentItem) list.panel.send({ msg: "pick_suggestion", name: currentItem.name }) // qmllint disable type
         }
 
         Accessible.role: Accessible.List
@@ -53,7 +56,7 @@ Item {
             width: ListView.view.width
             theme: list.theme
             current: ListView.isCurrentItem && ListView.view.activeFocus
-            activate: () => list.panel.send({ msg: "pick_suggestion", name: name })
+            onClicked: list.panel.send({ msg: "pick_suggestion", name: name })
         }
     }
     FocusRing {

@@ -30,7 +30,7 @@ PlainButton {
         color: row.theme.quaternaryFill
         opacity: row.lit ? 1 : 0
     }
-    contentItem: RowLayout {
+    contentItem: RowLayout { // qmllint disable deferred-property-id
         id: line
         spacing: 6
         Item { Layout.preferredWidth: 2 }

@@ -5,12 +5,13 @@
 // Dragging the row (all but its trailing 34 points) reorders the watch list;
 // Alt+Up and Alt+Down do it from the keyboard.
 import QtQuick
+import Velmar.Views
 import QtQuick.Controls
 import QtQuick.Layouts
 
 FormRow {
     id: row
-    required property var panel
+    required property PanelModel panel
     required property string widthClass
     required property int index
     required property var repoId
@@ -128,7 +129,7 @@ FormRow {
                     textFormat: Text.PlainText
                     color: row.patternKind === "none" ? row.theme.tertiary : row.theme.secondary
                     font.pixelSize: row.theme.caption
-                    font.family: row.patternKind === "none" ? Qt.application.font.family : row.theme.monospace
+                    font.family: row.patternKind === "none" ? row.theme.textFamily : row.theme.monospace
                     elide: Text.ElideMiddle
                     maximumLineCount: 1
                     Accessible.role: Accessible.StaticText
@@ -162,7 +163,7 @@ FormRow {
             symbolSize: 14
             text: row.editLabel
             tooltip: "Edit preview URL"
-            activate: () => row.panel.send({ msg: "edit_pattern", repo_id: row.repoId })
+            onClicked: row.panel.send({ msg: "edit_pattern", repo_id: row.repoId })
             onMenuRequested: (x, y) => menu.openAt(info, x, y)
 
             PatternEditor {

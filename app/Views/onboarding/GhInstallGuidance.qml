@@ -2,11 +2,12 @@
 // else the way to the install page ("Install guide" when the full title
 // does not fit).
 import QtQuick
+import Velmar.Views
 
 Item {
     id: guidance
-    required property var panel
-    required property var theme
+    required property PanelModel panel
+    required property Theme theme
 
     // The short title's width, so the choice of title never feeds back into the width offered.
     implicitWidth: panel.brewInstalled ? brew.implicitWidth : shortTitle.advanceWidth + 22
@@ -26,7 +27,7 @@ Item {
             linkStyle: true
             textSize: guidance.theme.callout
             text: "Other ways to install"
-            activate: () => guidance.panel.send({ msg: "open_install_page" })
+            onClicked: guidance.panel.send({ msg: "open_install_page" })
         }
     }
     PushButton {
@@ -35,7 +36,7 @@ Item {
         theme: guidance.theme
         readonly property bool fits: guidance.width <= 0 || full.advanceWidth + 22 <= guidance.width
         text: fits ? "Install instructions" : "Install guide"
-        activate: () => guidance.panel.send({ msg: "open_install_page" })
+        onClicked: guidance.panel.send({ msg: "open_install_page" })
         TextMetrics {
             id: full
             text: "Install instructions"

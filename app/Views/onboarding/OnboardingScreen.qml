@@ -2,18 +2,19 @@
 // is installed and signed in. The steps follow the core's re-checks; the user
 // goes on with "Continue" once signed in, or skips.
 import QtQuick
+import Velmar.Views
 import QtQuick.Controls
 import QtQuick.Layouts
 
 Flickable {
     id: screen
-    required property var panel
-    required property var theme
+    required property PanelModel panel
+    required property Theme theme
     required property string widthClass
 
     readonly property real inset: widthClass === "minimal" ? 12 : 24
     readonly property bool installed: panel.ghInstalled
-    readonly property bool signedIn: panel.gh === "ok"
+    readonly property bool signedIn: panel.ghSignedIn
 
     contentWidth: width
     contentHeight: Math.max(height, content.implicitHeight + 48)
@@ -101,7 +102,7 @@ Flickable {
                     title: "The GitHub CLI (<font face=\"" + screen.theme.monospace + "\">gh</font>) is installed"
                     plainTitle: "The GitHub CLI (gh) is installed"
                     GhInstallGuidance {
-                        visible: screen.panel.gh === "missing"
+                        visible: screen.panel.ghMissing
                         Layout.fillWidth: true
                         Layout.topMargin: 0
                         panel: screen.panel
@@ -120,7 +121,7 @@ Flickable {
                     muted: !screen.installed
                     title: "You're signed in to GitHub"
                     CommandWell {
-                        visible: screen.panel.gh === "logged_out"
+                        visible: screen.panel.ghSignedOut
                         panel: screen.panel
                         theme: screen.theme
                         command: screen.panel.ghLoginCommand
@@ -137,7 +138,7 @@ Flickable {
             visible: !screen.signedIn
             Row {
                 id: checking
-                visible: screen.panel.gh === "unknown"
+                visible: screen.panel.ghChecking
                 spacing: 6
                 Accessible.role: Accessible.StaticText
                 Accessible.name: "Checking..."
@@ -156,7 +157,7 @@ Flickable {
             }
             Text {
                 id: recheck
-                visible: screen.panel.gh === "missing" || screen.panel.gh === "logged_out"
+                visible: screen.panel.ghMissing || screen.panel.ghSignedOut
                 text: "Re-checking every few seconds."
                 color: screen.theme.secondary
                 font.pixelSize: screen.theme.callout
@@ -178,7 +179,7 @@ Flickable {
                 Layout.alignment: Qt.AlignHCenter
                 theme: screen.theme
                 text: "Skip for now"
-                activate: () => screen.panel.send({ msg: "onboarding_skip" })
+                onClicked: screen.panel.send({ msg: "onboarding_skip" })
             }
             PushButton {
                 id: go
@@ -188,7 +189,7 @@ Flickable {
                 enabled: screen.signedIn
                 text: "Continue"
                 Accessible.defaultButton: true
-                activate: () => screen.panel.send({ msg: "onboarding_continue" })
+                onClicked: screen.panel.send({ msg: "onboarding_continue" })
             }
         }
     }

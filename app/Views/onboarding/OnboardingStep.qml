@@ -1,11 +1,12 @@
 // One step of the first-run checklist: a check mark once done, the step's
 // title, and under it whatever guidance the step needs now.
 import QtQuick
+import Velmar.Views
 import QtQuick.Layouts
 
 RowLayout {
     id: step
-    required property var theme
+    required property Theme theme
     property bool done: false
     property bool muted: false
     /// May hold markup for the fixed-pitch command name.

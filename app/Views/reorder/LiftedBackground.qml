@@ -1,11 +1,14 @@
 // What lies behind a lifted group or row: a rounded plate in the window's
 // colour over a soft shadow (black at 0.25, blurred about `radius`, 2 down),
 // drawn as a few widening layers since Qt Quick 6.4 has no blur of its own.
+pragma ComponentBehavior: Bound
+
 import QtQuick
+import Velmar.Views
 
 Item {
     id: plate
-    required property var theme
+    required property Theme theme
     property real radius: 8
     property color color: theme.windowBackground
 

@@ -7,6 +7,7 @@
 
 #include <QElapsedTimer>
 #include <QObject>
+#include <QtQml/qqmlregistration.h>
 #include <QPointF>
 #include <QPointer>
 #include <QQuickItem>
@@ -21,6 +22,7 @@ namespace velmar::ui {
 
 class RepoDragTracker : public QObject {
     Q_OBJECT
+    QML_ANONYMOUS
     /// The scrolling list while it is on screen: setting it installs the
     /// filter, clearing it removes the filter and cancels. Frames are taken
     /// in its content's coordinates.

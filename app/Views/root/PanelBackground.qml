@@ -1,10 +1,11 @@
 // The backdrop: a flat colour for the scheme's material, and in light scheme
 // the window colour laid over it.
 import QtQuick
+import Velmar.Views
 
 Item {
     id: background
-    required property var theme
+    required property Theme theme
 
     Rectangle {
         anchors.fill: parent

@@ -3,13 +3,14 @@
 // top of each other and swap with a short slide as the screen changes. The
 // strip itself drags the window; during onboarding it holds nothing else.
 import QtQuick
+import Velmar.Views
 import QtQuick.Layouts
 import QtQuick.Window
 
 Item {
     id: header
-    required property var panel
-    required property var theme
+    required property PanelModel panel
+    required property Theme theme
     required property var chrome
     required property string widthClass
     required property real push
@@ -72,7 +73,7 @@ Item {
                     theme: header.theme
                     on: header.panel.autoRefresh
                     showsTitle: header.widthClass !== "minimal"
-                    activate: () => header.panel.send({ msg: "set_auto", on: !header.panel.autoRefresh })
+                    onClicked: header.panel.send({ msg: "set_auto", on: !header.panel.autoRefresh })
                 }
                 Item { width: header.widthClass === "minimal" ? 2 : 6; height: 1 }
             }
@@ -80,13 +81,13 @@ Item {
                 theme: header.theme
                 systemImage: "arrow.clockwise"
                 label: "Refresh"
-                activate: () => header.panel.send({ msg: "refresh" })
+                onClicked: header.panel.send({ msg: "refresh" })
             }
             HeaderIconButton {
                 theme: header.theme
                 systemImage: "gearshape"
                 label: "Settings"
-                activate: () => header.panel.send({ msg: "navigate", screen: "manage" })
+                onClicked: header.panel.send({ msg: "navigate", screen: "manage" })
             }
         }
     }
@@ -106,7 +107,7 @@ Item {
             theme: header.theme
             systemImage: "chevron.left"
             label: "Back to pull requests"
-            activate: () => header.panel.send({ msg: "navigate", screen: "list" })
+            onClicked: header.panel.send({ msg: "navigate", screen: "list" })
         }
         Text {
             visible: header.widthClass !== "minimal"

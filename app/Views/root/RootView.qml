@@ -2,6 +2,7 @@
 // over the backdrop. Reads everything from `panel`; keeps no state but the
 // animated progress of the slide between the two screens.
 import QtQuick
+import Velmar.Views
 import QtQuick.Controls
 
 Item {
@@ -11,8 +12,8 @@ Item {
     // (authors, repository names), so it never reads its text as markup.
     Component.onCompleted: ToolTip.toolTip.contentItem.textFormat = Text.PlainText
 
-    required property var panel
-    required property var theme
+    required property PanelModel panel
+    required property Theme theme
     required property var chrome
 
     readonly property string widthClass: theme.widthClass(width)
@@ -44,7 +45,7 @@ Item {
         ScreenStack {
             anchors.fill: parent
             visible: !root.onboarding
-            onSettings: root.panel.onSettings
+            settingsShown: root.panel.onSettings
             progress: root.push
             list: ListScreen {
                 anchors.fill: parent
@@ -55,6 +56,8 @@ Item {
             // Built as it comes in, dropped once the list is back in front:
             // with twenty repositories it holds megabytes no one sees from
             // the list, where the panel spends its day.
+            // The loaders' screens are built here, so they see the root.
+            // qmllint disable unqualified
             settings: Loader {
                 anchors.fill: parent
                 active: root.panel.onSettings || root.push > 0
@@ -77,6 +80,7 @@ Item {
             widthClass: root.widthClass
         }
     }
+    // qmllint enable unqualified
 
     StatusFooter {
         id: footer

@@ -6,7 +6,7 @@ import QtQuick
 
 Item {
     id: stack
-    property bool onSettings: false
+    property bool settingsShown: false
     property real progress: 0
     property alias list: listSlot.data
     property alias settings: settingsSlot.data
@@ -19,17 +19,17 @@ Item {
         height: stack.height
         x: -stack.width / 3 * stack.progress
         opacity: 1 - stack.progress
-        enabled: !stack.onSettings
+        enabled: !stack.settingsShown
         visible: opacity > 0
-        Accessible.ignored: stack.onSettings
+        Accessible.ignored: stack.settingsShown
     }
     Item {
         id: settingsSlot
         width: stack.width
         height: stack.height
         x: stack.width * (1 - stack.progress)
-        enabled: stack.onSettings
+        enabled: stack.settingsShown
         visible: x < stack.width
-        Accessible.ignored: !stack.onSettings
+        Accessible.ignored: !stack.settingsShown
     }
 }

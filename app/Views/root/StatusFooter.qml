@@ -1,9 +1,10 @@
 // The status line at the foot of the panel: counts, refresh state, flashes.
 import QtQuick
+import Velmar.Views
 
 Item {
     id: footer
-    required property var theme
+    required property Theme theme
     property string text
 
     implicitHeight: 22

@@ -42,7 +42,7 @@ TEST(panel_lists, pr_rows_carry_what_each_delegate_shows_and_says) {
     m.hoveredPr = m.prs[1].id;
     const auto rows = PanelLists::prRows(m, RepoGroup::make(m.listRows()));
     ASSERT_EQ(rows.size(), 4u);
-    ui::DiffListModel model(PanelLists::prRoles());
+    ui::DiffListModel model(ui::roleNames<PanelLists::PrRoles>());
     model.update(rows);
     auto at = [&](int row, const char* role) { return model.get(row, role); };
 
@@ -82,7 +82,7 @@ TEST(panel_lists, extras_markers_say_their_state_and_capped_groups_end_with_more
     m.prs[1].deploy = DeployState::ready;
     m.prs[2].checks = ChecksState::running;
     m.prs[2].review = ReviewState::reviewRequired;
-    ui::DiffListModel model(PanelLists::prRoles());
+    ui::DiffListModel model(ui::roleNames<PanelLists::PrRoles>());
     model.update(PanelLists::prRows(m, RepoGroup::make(m.listRows())));
     ASSERT_EQ(model.rowCount(), 1 + 40 + 1);
     auto at = [&](int row, const char* role) { return model.get(row, role).toString(); };
@@ -124,7 +124,7 @@ TEST(panel_lists, browser_rows_mark_the_selection_and_look_each_icon_up_once) {
         image.fill(Qt::blue);
         return image;
     });
-    ui::DiffListModel model(PanelLists::browserRoles());
+    ui::DiffListModel model(ui::roleNames<PanelLists::BrowserRoles>());
     model.update(PanelLists::browserRows(m, icons));
     model.update(PanelLists::browserRows(m, icons));
     ASSERT_EQ(model.count(), 2);

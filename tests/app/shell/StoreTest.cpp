@@ -60,12 +60,17 @@ TEST(store_send, stores_only_real_changes_and_always_performs_effects_in_order) 
 
 TEST(panel_model, notifies_only_the_properties_whose_value_changed) {
     const std::vector<std::pair<Change, std::set<std::string>>> rows = {
-        {[](Model& m) { m.screen = Screen::manage; }, {"screenChanged", "windowTitleChanged"}},
-        {[](Model& m) { m.autoRefresh = true; }, {"autoRefreshChanged"}},
+        {[](Model& m) { m.screen = Screen::manage; }, {"onSettingsChanged", "windowTitleChanged"}},
+        {[](Model& m) { m.autoRefresh = true; }, {"autoRefreshChanged", "autoFooterChanged"}},
         {[](Model& m) { m.settingsLoaded = true; }, {"settingsLoadedChanged", "showsOnboardingChanged"}},
         {[](Model& m) { m.reposLoaded = true; }, {"reposLoadedChanged"}},
         {[](Model& m) { m.repos.push_back(Repo{.id = 1, .name = "a/b"}); }, {"hasReposChanged"}},
-        {[](Model& m) { m.gh = GhStatus::missing; }, {"ghChanged"}},
+        {[](Model& m) { m.gh = GhStatus::missing; },
+         {"ghCheckingChanged", "ghMissingChanged", "showsGhBannerChanged", "ghInstalledStatusChanged",
+          "ghSignedInStatusChanged", "ghFooterChanged"}},
+        {[](Model& m) { m.gh = GhStatus::ok; },
+         {"ghCheckingChanged", "ghSignedInChanged", "ghInstalledChanged", "ghInstalledStatusChanged",
+          "ghSignedInStatusChanged"}},
         {[](Model& m) { m.brewInstalled = true; }, {"brewInstalledChanged"}},
         {[](Model& m) { m.browsers.push_back(Browser{.id = 1, .name = "Firefox", .app = "Firefox", .running = true}); },
          {"previewMenuChanged"}},
@@ -74,7 +79,7 @@ TEST(panel_model, notifies_only_the_properties_whose_value_changed) {
         {[](Model& m) { m.addOpen = true; }, {"addOpenChanged"}},
         {[](Model& m) { m.editingRepo = 1; }, {"editingRepoChanged"}},
         {[](Model& m) { m.editText = "https://x"; }, {"editTextChanged"}},
-        {[](Model& m) { m.browserMode = BrowserMode::manual; }, {"browserModeChanged"}},
+        {[](Model& m) { m.browserMode = BrowserMode::manual; }, {"browserModeChanged", "browserFooterChanged"}},
         {[](Model& m) { m.appearance = Appearance::light; }, {"appearanceChanged"}},
         {[](Model& m) { m.nextRepoId = 9; }, {}},
     };
