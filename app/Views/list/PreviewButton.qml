@@ -10,14 +10,14 @@ PlainButton {
     implicitHeight: 20
     /// The state of the matched deployment, shown as a small dot; empty: none.
     property string deploy: ""
+    readonly property int symbolSize: 13
 
     contentItem: Item {
         SymbolIcon {
-            id: symbol
             anchors.centerIn: parent
             name: "arrow.up.forward.square"
             color: button.theme.primary
-            size: 13
+            size: button.symbolSize
             opacity: button.hovered ? 1 : 0.5
             Behavior on opacity { NumberAnimation { duration: 150; easing.type: Easing.OutQuad } }
         }
@@ -27,8 +27,9 @@ PlainButton {
             visible: button.deploy.length > 0
             width: 9
             height: 9
-            x: symbol.x + symbol.width - 3 - width / 2
-            y: symbol.y + symbol.height - 3 - height / 2
+            // The symbol is centred: its lower right corner, 3 points in.
+            x: (parent.width + button.symbolSize) / 2 - 3 - width / 2
+            y: (parent.height + button.symbolSize) / 2 - 3 - height / 2
             Rectangle {
                 anchors.fill: parent
                 radius: width / 2
