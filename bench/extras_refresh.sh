@@ -1,5 +1,6 @@
 #!/bin/sh
-# Twenty repositories with checks off and on: processes and GraphQL points per
+# Twenty repositories with checks off, on, and on with "Yours" (thirty of the
+# viewer's pull requests elsewhere): processes and GraphQL points per
 # refresh, and wall time with a gh that takes 1 s to answer.
 # Usage: bench/extras_refresh.sh [build-dir] [rounds]
 set -eu

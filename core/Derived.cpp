@@ -53,9 +53,10 @@ std::string Model::footerText() const {
 const PR* Model::pr(std::int64_t id) const {
     for (const auto& p : prs)
         if (p.id == id) return &p;
-    if (reviewPrs)
-        for (const auto& p : *reviewPrs)
-            if (p.id == id) return &p;
+    for (const auto* group : {&reviewPrs, &yourPrs})
+        if (*group)
+            for (const auto& p : **group)
+                if (p.id == id) return &p;
     return nullptr;
 }
 

@@ -62,11 +62,14 @@ struct DetectBrowsers {
 };
 // ---- Checks, reviews and deployments (only while switched on) ----
 /// One query for all these repositories; with the viewer's login it also
-/// asks for the pull requests that wait for the viewer's review.
+/// asks for the pull requests that wait for the viewer's review, and with
+/// `yours` too for the viewer's own.
 struct FetchBatch {
     std::vector<std::string> repos;
     std::optional<std::string> viewer;
     std::optional<std::string> path;
+    /// Present (and true) only while "Yours" is asked for.
+    std::optional<bool> yours;
     /// The Enterprise host all `repos` name; absent for gh's own host.
     std::optional<std::string> host;
     bool operator==(const FetchBatch&) const = default;

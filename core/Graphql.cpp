@@ -22,12 +22,15 @@ Extras parseExtras(std::string_view text) {
             tab == std::string::npos ? std::string()
                                      : text::trimWhitespace(std::string_view(line).substr(tab + 1));
         if (key == "checks") extras.checks = value == "1";
+        if (key == "yours") extras.yours = value == "1";
     }
     return extras;
 }
 
 std::string serializeExtras(const Extras& extras) {
-    return std::string("checks\t") + (extras.checks ? "1" : "0") + "\n";
+    std::string text = std::string("checks\t") + (extras.checks ? "1" : "0") + "\n";
+    if (extras.yours) text += std::string("yours\t") + (*extras.yours ? "1" : "0") + "\n";
+    return text;
 }
 
 namespace {
@@ -168,7 +171,7 @@ std::optional<std::string> hostOf(std::string_view slug) {
     return std::string(slug.substr(0, first));
 }
 
-std::string batchQuery(std::size_t repoCount, bool withReview) {
+std::string batchQuery(std::size_t repoCount, bool withReview, bool withYours) {
     std::string variables;
     std::string body;
     for (std::size_t i = 0; i < repoCount; ++i) {
@@ -177,17 +180,21 @@ std::string batchQuery(std::size_t repoCount, bool withReview) {
         variables += "$o" + n + ": String!, $n" + n + ": String!";
         body += " r" + n + ": repository(owner: $o" + n + ", name: $n" + n + ") { ...R }";
     }
-    if (withReview) {
+    // Both searches may return any repository's pull requests, so they name it.
+    const auto search = [&](const char* alias, const char* variable) {
         if (!variables.empty()) variables += ", ";
-        variables += "$q: String!";
-        body += " review: search(query: $q, type: ISSUE, first: 50) { nodes { ... on PullRequest "
+        variables += std::string("$") + variable + ": String!";
+        body += std::string(" ") + alias + ": search(query: $" + variable +
+                ", type: ISSUE, first: 50) { nodes { ... on PullRequest "
                 "{ ...P repository { nameWithOwner } } } }";
-    }
+    };
+    if (withReview) search("review", "q");
+    if (withYours) search("yours", "a");
     std::string query = "query Batch";
     if (!variables.empty()) query += "(" + variables + ")";
     query += " { viewer { login } rateLimit { limit cost remaining resetAt }" + body + " }";
     // GraphQL refuses a fragment that nothing uses.
-    if (repoCount > 0 || withReview) {
+    if (repoCount > 0 || withReview || withYours) {
         query += ' ';
         query += prFields;
     }
@@ -202,17 +209,23 @@ std::string reviewSearch(std::string_view login) {
     return "is:pr is:open archived:false review-requested:" + std::string(login);
 }
 
+std::string yoursSearch(std::string_view login) {
+    return "is:open is:pr author:" + std::string(login);
+}
+
 std::vector<std::string> batchArguments(const std::vector<std::string>& repos,
-                                        const std::optional<std::string>& viewer) {
+                                        const std::optional<std::string>& viewer, bool withYours) {
     const bool withReview = viewer && !viewer->empty();
+    withYours = withYours && withReview;
     std::vector<std::string> args{"api", "graphql", "-f",
-                                  "query=" + batchQuery(repos.size(), withReview)};
+                                  "query=" + batchQuery(repos.size(), withReview, withYours)};
     for (std::size_t i = 0; i < repos.size(); ++i) {
         auto [owner, name] = splitSlug(repos[i]);
         args.insert(args.end(), {"-f", "o" + std::to_string(i) + "=" + owner, "-f",
                                  "n" + std::to_string(i) + "=" + name});
     }
     if (withReview) args.insert(args.end(), {"-f", "q=" + reviewSearch(*viewer)});
+    if (withYours) args.insert(args.end(), {"-f", "a=" + yoursSearch(*viewer)});
     return args;
 }
 
@@ -247,6 +260,8 @@ BatchAnswer parseBatch(std::string_view output, std::size_t repoCount) {
             answer.repos[i] = readRepo(*repo);
     if (const Json* review = member(*data, "review"))
         answer.review = readPullRequests(member(*review, "nodes"));
+    if (const Json* yours = member(*data, "yours"))
+        answer.yours = readPullRequests(member(*yours, "nodes"));
     return answer;
 }
 

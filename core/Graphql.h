@@ -18,9 +18,12 @@ namespace velmar::Graphql {
 
 struct Extras {
     bool checks = false;
+    /// The viewer's own pull requests; absent while the file has no such
+    /// line, which counts as on, so the first "checks" on brings them too.
+    std::optional<bool> yours;
     bool operator==(const Extras&) const = default;
 };
-/// Key "checks": "1" is on, any other value off; the last line wins.
+/// Keys "checks" and "yours": "1" is on, any other value off; the last line wins.
 Extras parseExtras(std::string_view text);
 std::string serializeExtras(const Extras& extras);
 
@@ -32,17 +35,22 @@ std::string serializeExtras(const Extras& extras);
 std::optional<std::string> hostOf(std::string_view slug);
 
 /// The text of the query for `repoCount` repositories (aliases r0, r1, ...),
-/// with the search for review requests when `withReview`. Slugs never appear
-/// in it: they are the variables o0/n0, o1/n1, ... and q.
-std::string batchQuery(std::size_t repoCount, bool withReview);
+/// with the search for review requests when `withReview` and the one for the
+/// viewer's own open pull requests when `withYours`. Slugs never appear in it:
+/// they are the variables o0/n0, o1/n1, ..., q and a.
+std::string batchQuery(std::size_t repoCount, bool withReview, bool withYours = false);
 /// The search text of the pull requests that wait for `login`'s review.
 std::string reviewSearch(std::string_view login);
+/// The search text of `login`'s own open pull requests.
+std::string yoursSearch(std::string_view login);
 /// Arguments after "gh": api graphql, the query and every slug as -f values.
+/// Both searches need the viewer's login; without it neither is asked.
 /// Every repository of one call is on one host, which is not part of the
 /// arguments: gh is pointed at it by its environment (GH_HOST), which also
 /// takes a host with a port.
 std::vector<std::string> batchArguments(const std::vector<std::string>& repos,
-                                        const std::optional<std::string>& viewer);
+                                        const std::optional<std::string>& viewer,
+                                        bool withYours = false);
 
 struct Deployment {
     std::string environment;
@@ -66,7 +74,7 @@ struct PullRequest {
     std::optional<ChecksState> checks;
     std::optional<ReviewState> review;
     bool conflicts = false;
-    std::string repo;  // nameWithOwner, filled for the review search only
+    std::string repo;  // nameWithOwner, filled for the searches only
     bool operator==(const PullRequest&) const = default;
 };
 
@@ -91,6 +99,7 @@ struct BatchAnswer {
     std::vector<std::optional<RepoAnswer>> repos;
     std::optional<std::string> viewer;
     std::optional<std::vector<PullRequest>> review;
+    std::optional<std::vector<PullRequest>> yours;
     std::optional<RateLimit> rateLimit;
     /// GitHub refused the query for the rate limit.
     bool rateLimited = false;

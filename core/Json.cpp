@@ -119,6 +119,8 @@ void fieldsOf(Is<Model> auto& m, auto&& v) {
     v("checks", m.checks);
     v("viewer", m.viewer);
     v("reviewPrs", m.reviewPrs);
+    v("yours", m.yours);
+    v("yourPrs", m.yourPrs);
     v("rateLimitedUntil", m.rateLimitedUntil);
     v("batchCount", m.batchCount);
     v("commentsQueue", m.commentsQueue);
@@ -190,6 +192,7 @@ void fieldsOf(Is<msg::CommentsFetched> auto& m, auto&& v) {
     v("ok", m.ok);
 }
 void fieldsOf(Is<msg::OpenRepoPulls> auto& m, auto&& v) { v("id", m.id); }
+void fieldsOf(Is<msg::SetYours> auto& m, auto&& v) { v("on", m.on); }
 
 void fieldsOf(Is<effect::ReadFile> auto& e, auto&& v) {
     v("file", e.file);
@@ -219,6 +222,7 @@ void fieldsOf(Is<effect::FetchBatch> auto& e, auto&& v) {
     v("repos", e.repos);
     v("viewer", e.viewer);
     v("path", e.path);
+    v("yours", e.yours);
     v("host", e.host);
 }
 void fieldsOf(Is<effect::FetchComments> auto& e, auto&& v) {
@@ -247,7 +251,7 @@ constexpr std::string_view msgNames[] = {
     "cancel_edit", "remove_repo", "move_repo", "copy_repo_name", "open_repo", "copy_repo_link",
     "onboarding_continue", "onboarding_skip", "open_install_page", "copy_command",
     "window_moved", "set_checks", "batch_fetched", "comments_fetched", "rate_wait_over",
-    "open_repo_pulls"};
+    "open_repo_pulls", "set_yours"};
 static_assert(std::size(msgNames) == std::variant_size_v<Msg>);
 
 constexpr std::string_view effectNames[] = {

@@ -53,6 +53,17 @@ struct ListRow {
 /// The heading of the "Needs your review" group stands on this repository id,
 /// which no watched repository has (ids start at 1).
 inline constexpr std::int64_t reviewGroupId = 0;
+/// The same for the viewer's own pull requests, "Yours".
+inline constexpr std::int64_t yoursGroupId = -1;
+
+/// One of the viewer's pull requests waits on its author: its checks failed,
+/// a reviewer asked for changes, or it conflicts with its base.
+bool isBlocked(const PR& pr);
+/// Sorts the viewer's pull requests: the blocked ones, then those whose
+/// checks still run, then the rest; each part newest update first. Equal
+/// times fall back to the repository, then the higher number, so a refresh
+/// that changed nothing never moves a row.
+void orderYours(std::vector<PR>& prs);
 
 struct Model {
     Screen screen = Screen::list;
@@ -94,6 +105,10 @@ struct Model {
     std::optional<bool> checks;
     std::optional<std::string> viewer;
     std::optional<std::vector<PR>> reviewPrs;
+    /// The "yours" switch as the extras file holds it; absent counts as on.
+    std::optional<bool> yours;
+    /// The viewer's open pull requests in every repository, in `orderYours`'s order.
+    std::optional<std::vector<PR>> yourPrs;
     /// resetAt of GitHub's rate limit while refreshing waits for it.
     std::optional<std::string> rateLimitedUntil;
     std::optional<std::int64_t> batchCount;
@@ -127,6 +142,10 @@ struct Model {
     // ---- Checks, reviews and deployments (UpdateExtras.cpp) ----
     bool checksOn() const { return checks.value_or(false); }
     Effects setChecks(bool on);
+    /// "Yours" is asked for: both switches on.
+    bool yoursOn() const { return checksOn() && yours.value_or(true); }
+    Effects setYours(bool on);
+    std::int64_t yoursBlocked() const;
     Effects startBatch();
     Effects batchFetched(const std::vector<std::string>& slugs, const std::string& output,
                          std::optional<std::int64_t> http = std::nullopt);

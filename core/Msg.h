@@ -200,6 +200,10 @@ struct OpenRepoPulls {
     std::int64_t id = 0;
     bool operator==(const OpenRepoPulls&) const = default;
 };
+struct SetYours {
+    bool on = false;
+    bool operator==(const SetYours&) const = default;
+};
 
 #undef VELMAR_EMPTY_MSG
 }  // namespace msg
@@ -218,9 +222,9 @@ using Msg = std::variant<
     msg::CancelEdit, msg::RemoveRepo, msg::MoveRepo, msg::CopyRepoName, msg::OpenRepo,
     msg::CopyRepoLink, msg::OnboardingContinue, msg::OnboardingSkip, msg::OpenInstallPage,
     msg::CopyCommand, msg::WindowMoved, msg::SetChecks, msg::BatchFetched, msg::CommentsFetched,
-    msg::RateWaitOver, msg::OpenRepoPulls>;
+    msg::RateWaitOver, msg::OpenRepoPulls, msg::SetYours>;
 
-static_assert(std::variant_size_v<Msg> == 54);
+static_assert(std::variant_size_v<Msg> == 55);
 
 /// The "msg" text of a case, e.g. "toggle_browser_shown".
 std::string_view msgName(const Msg&);

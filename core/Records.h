@@ -180,6 +180,7 @@ inline constexpr std::size_t maxNodesPerQuery = 100;
 /// (HTTP 502 or 504).
 inline constexpr std::size_t reposPerSplitQuery = 10;
 inline constexpr std::string_view reviewGroupName = "Needs your review";
+inline constexpr std::string_view yoursGroupName = "Yours";
 }  // namespace Constants
 
 namespace Flash {

@@ -318,6 +318,7 @@ struct Dispatch {
     // ---- Checks, reviews and deployments ----
 
     Effects operator()(const msg::SetChecks& msg) const { return m.setChecks(msg.on); }
+    Effects operator()(const msg::SetYours& msg) const { return m.setYours(msg.on); }
     Effects operator()(const msg::BatchFetched& msg) const {
         return m.batchFetched(msg.repos, msg.output, msg.http);
     }
@@ -331,6 +332,8 @@ struct Dispatch {
         if (msg.id == reviewGroupId)
             return {effect::OpenURL{std::string(Constants::repoWebBase) + "pulls/review-requested",
                                     m.selectedApp()}};
+        if (msg.id == yoursGroupId)
+            return {effect::OpenURL{std::string(Constants::repoWebBase) + "pulls", m.selectedApp()}};
         const Repo* repo = m.repo(msg.id);
         if (!repo) return {};
         // A repository on another host ("HOST/OWNER/REPO") is at that host.

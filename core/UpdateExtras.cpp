@@ -19,15 +19,18 @@ namespace {
 
 // A search result may come from any repository, watched or not, and the same
 // pull request may also stand in its own group: its id must differ from the
-// group row's and stay stable, so it is derived from the slug.
-std::int64_t reviewRowId(std::string_view slug, std::int64_t number) {
+// group row's and stay stable, so it is derived from the slug. The rows of
+// "Yours" lie below those of the review group, so one pull request in both
+// searches still has two ids.
+std::int64_t searchRowId(std::int64_t groupId, std::string_view slug, std::int64_t number) {
     std::uint64_t hash = 1469598103934665603u;  // FNV-1a
     for (unsigned char c : slug) {
         hash ^= c;
         hash *= 1099511628211u;
     }
-    return -static_cast<std::int64_t>((hash % 1000000000u) * 100000u +
-                                      static_cast<std::uint64_t>(number % 100000));
+    const std::int64_t below = groupId == yoursGroupId ? 100000000000000 : 0;
+    return -below - static_cast<std::int64_t>((hash % 1000000000u) * 100000u +
+                                              static_cast<std::uint64_t>(number % 100000));
 }
 
 PR makeRow(const Graphql::PullRequest& row, const Repo& repo, std::int64_t id) {
@@ -107,6 +110,46 @@ Effects nextComments(Model& m) {
     return {effect::FetchComments{std::move(ids), m.path, host}};
 }
 
+/// The rows of a search's answer under the group `groupId`. A pull request of
+/// a watched repository shares the comment link and deployment its own group's
+/// row already has, and resolves its preview by that repository's patterns.
+std::vector<PR> searchRows(const Model& m, const std::vector<Graphql::PullRequest>& rows,
+                           std::int64_t groupId) {
+    std::vector<PR> out;
+    for (const auto& row : rows) {
+        Repo owner;
+        owner.id = groupId;
+        owner.name = row.repo;
+        for (const auto& r : m.repos)
+            if (r.name == row.repo) owner = r;
+        PR pr = makeRow(row, owner, searchRowId(groupId, row.repo, row.number));
+        pr.repoId = groupId;
+        if (owner.id != groupId)
+            if (const PR* same = m.pr(prId(owner.id, row.number)))
+                pr.commentPreview = same->commentPreview, pr.deploy = same->deploy,
+                pr.deployOlder = same->deployOlder, pr.deployUrl = same->deployUrl;
+        pr.resolvePreview(owner);
+        out.push_back(std::move(pr));
+    }
+    return out;
+}
+
+/// After the comments came in: a search row takes the preview its watched
+/// repository's row now has.
+void sharePreviews(const Model& m, std::optional<std::vector<PR>>& rows) {
+    if (!rows) return;
+    for (auto& p : *rows) {
+        const PR* same = nullptr;
+        for (const auto& r : m.repos)
+            if (r.name == p.repo) same = m.pr(prId(r.id, p.number));
+        if (same) {
+            p.commentPreview = same->commentPreview;
+            p.preview = same->preview;
+            p.previewSource = same->previewSource;
+        }
+    }
+}
+
 /// What every answer ends with: the next work, and the start-up flash gone
 /// once nothing is left to fetch.
 Effects finish(Model& m, Effects effects) {
@@ -122,11 +165,12 @@ Effects Model::setChecks(bool on) {
     // is first turned on. Off is kept as absent, as before any file existed.
     if (on == checksOn()) return {};
     checks = on ? std::optional<bool>(true) : std::nullopt;
-    Effects effects = write(ConfigFile::extras, Graphql::serializeExtras({on}));
+    Effects effects = write(ConfigFile::extras, Graphql::serializeExtras({on, yours}));
     if (!on) {
         // Back to the plain panel: nothing of the extras stays in the rows.
         viewer.reset();
         reviewPrs.reset();
+        yourPrs.reset();
         rateLimitedUntil.reset();
         batchCount.reset();
         commentsQueue.reset();
@@ -151,6 +195,27 @@ Effects Model::setChecks(bool on) {
     return effects;
 }
 
+Effects Model::setYours(bool on) {
+    // Greyed out while the parent switch is off.
+    if (!checksOn() || on == yours.value_or(true)) return {};
+    yours = on;
+    Effects effects = write(ConfigFile::extras, Graphql::serializeExtras({true, yours}));
+    if (!on) {
+        yourPrs.reset();
+        return effects;
+    }
+    // The group shows up with the next answer: ask now rather than in a minute.
+    if (repos.empty() || fetchInFlight || rateLimitedUntil) return effects;
+    requeueAll();
+    append(effects, startNext());
+    return effects;
+}
+
+std::int64_t Model::yoursBlocked() const {
+    if (!yourPrs) return 0;
+    return std::count_if(yourPrs->begin(), yourPrs->end(), isBlocked);
+}
+
 Effects Model::startBatch() {
     if (!pathResolved || fetchInFlight || rateLimitedUntil) return {};
     // One call per host, one host after the other in the order of the list:
@@ -169,9 +234,11 @@ Effects Model::startBatch() {
         names.push_back(r->name);
     }
     fetchInFlight = true;
-    // The login is gh's own host's: another host's pull requests waiting for
-    // review are not asked for.
-    return {effect::FetchBatch{std::move(names), host ? std::nullopt : viewer, path, host}};
+    // The login and its searches are gh's own host's: another host's pull
+    // requests waiting for review are not asked for.
+    const std::optional<bool> withYours =
+        !host && yoursOn() && viewer ? std::optional<bool>(true) : std::nullopt;
+    return {effect::FetchBatch{std::move(names), host ? std::nullopt : viewer, path, withYours, host}};
 }
 
 Effects Model::batchFetched(const std::vector<std::string>& slugs, const std::string& output,
@@ -268,31 +335,20 @@ Effects Model::batchFetched(const std::vector<std::string>& slugs, const std::st
         repo->count = static_cast<std::int64_t>(got.prs.size());
     }
 
-    if (host) {
-        // Another host's answer leaves the review group as it is.
-    } else if (answer.review) {
-        std::unordered_map<std::int64_t, const PR*> byId;
-        byId.reserve(prs.size());
-        for (const auto& p : prs) byId.emplace(p.id, &p);
-        std::vector<PR> review;
-        for (const auto& row : *answer.review) {
-            Repo owner;
-            owner.id = reviewGroupId;
-            owner.name = row.repo;
-            if (const Repo* watched = named.find(row.repo)) owner = *watched;
-            PR pr = makeRow(row, owner, reviewRowId(row.repo, row.number));
-            pr.repoId = reviewGroupId;
-            // The same pull request in its own group has its comment link already.
-            if (owner.id != reviewGroupId)
-                if (const auto same = byId.find(prId(owner.id, row.number)); same != byId.end())
-                    pr.commentPreview = same->second->commentPreview, pr.deploy = same->second->deploy,
-                    pr.deployOlder = same->second->deployOlder, pr.deployUrl = same->second->deployUrl;
-            pr.resolvePreview(owner);
-            review.push_back(std::move(pr));
+    // Another host's answer leaves the searches' groups as they are.
+    if (!host) {
+        if (answer.review) {
+            reviewPrs = searchRows(*this, *answer.review, reviewGroupId);
+        } else if (!viewer) {
+            reviewPrs.reset();
         }
-        reviewPrs = std::move(review);
-    } else if (!viewer) {
-        reviewPrs.reset();
+        if (answer.yours && yoursOn()) {
+            std::vector<PR> mine = searchRows(*this, *answer.yours, yoursGroupId);
+            orderYours(mine);
+            yourPrs = std::move(mine);
+        } else if (!viewer || !yoursOn()) {
+            yourPrs.reset();
+        }
     }
 
     if (answer.rateLimit && answer.rateLimit->limit > 0 &&
@@ -341,21 +397,8 @@ Effects Model::commentsFetched(const std::string& output) {
                 for (PR* p : group->second) p->resolvePreview(r);
             }
         }
-        if (reviewPrs && !reviewPrs->empty()) {
-            std::unordered_map<std::string_view, std::int64_t> ids;
-            for (const auto& r : repos) ids[r.name] = r.id;  // the last copy, as before
-            std::unordered_map<std::int64_t, const PR*> byId;
-            for (const auto& p : prs) byId.emplace(p.id, &p);
-            for (auto& p : *reviewPrs) {
-                const auto repoId = ids.find(p.repo);
-                if (repoId == ids.end()) continue;
-                const auto same = byId.find(prId(repoId->second, p.number));
-                if (same == byId.end()) continue;
-                p.commentPreview = same->second->commentPreview;
-                p.preview = same->second->preview;
-                p.previewSource = same->second->previewSource;
-            }
-        }
+        sharePreviews(*this, reviewPrs);
+        sharePreviews(*this, yourPrs);
         append(effects, nextComments(*this));
         if (fetchInFlight) return effects;
     } else {
@@ -371,6 +414,26 @@ Effects Model::rateWaitOver() {
     if (repos.empty()) return {};
     requeueAll();
     return startNext();
+}
+
+bool isBlocked(const PR& pr) {
+    return pr.checks == ChecksState::failing || pr.review == ReviewState::changesRequested ||
+           pr.conflicts.value_or(false);
+}
+
+void orderYours(std::vector<PR>& prs) {
+    const auto part = [](const PR& p) { return isBlocked(p) ? 0 : p.checks == ChecksState::running ? 1 : 2; };
+    const auto updated = [](const PR& p) -> const std::string& {
+        static const std::string none;
+        return p.updatedAt ? *p.updatedAt : none;
+    };
+    // GitHub's times are ISO 8601 in UTC, so their text sorts as the time does.
+    std::stable_sort(prs.begin(), prs.end(), [&](const PR& a, const PR& b) {
+        if (part(a) != part(b)) return part(a) < part(b);
+        if (updated(a) != updated(b)) return updated(a) > updated(b);
+        if (a.repo != b.repo) return a.repo < b.repo;
+        return a.number > b.number;
+    });
 }
 
 std::string Model::rateLimitText() const {
@@ -398,16 +461,21 @@ std::vector<ListRow> Model::extrasRows() const {
             rows.push_back(ListRow{MoreRow{heading.id, static_cast<std::int64_t>(members.size() - shown)}});
     };
 
-    if (reviewPrs && !reviewPrs->empty()) {
+    // The two searches come first, each only when it found something.
+    const auto searchGroup = [&](const std::optional<std::vector<PR>>& found, std::int64_t id,
+                                 std::string_view name) {
+        if (!found || found->empty()) return;
         Repo heading;
-        heading.id = reviewGroupId;
-        heading.name = std::string(Constants::reviewGroupName);
+        heading.id = id;
+        heading.name = std::string(name);
         heading.state = RepoState::ok;
-        heading.count = static_cast<std::int64_t>(reviewPrs->size());
+        heading.count = static_cast<std::int64_t>(found->size());
         std::vector<const PR*> members;
-        for (const auto& p : *reviewPrs) members.push_back(&p);
+        for (const auto& p : *found) members.push_back(&p);
         group(heading, members);
-    }
+    };
+    searchGroup(reviewPrs, reviewGroupId, Constants::reviewGroupName);
+    searchGroup(yourPrs, yoursGroupId, Constants::yoursGroupName);
 
     std::unordered_map<std::int64_t, std::vector<const PR*>> byRepo;
     for (const auto& p : prs) byRepo[p.repoId].push_back(&p);

@@ -93,9 +93,12 @@ Effects Model::fileRead(ConfigFile file, const std::string& contents) {
         // The shell reads the window file itself before the window is built.
         case ConfigFile::window: return {};
         // Read by the shell at start, and handed in only when the file exists.
-        case ConfigFile::extras:
-            checks = Graphql::parseExtras(contents).checks ? std::optional<bool>(true) : std::nullopt;
+        case ConfigFile::extras: {
+            const Graphql::Extras extras = Graphql::parseExtras(contents);
+            checks = extras.checks ? std::optional<bool>(true) : std::nullopt;
+            yours = extras.yours;
             return {};
+        }
     }
     return {};
 }

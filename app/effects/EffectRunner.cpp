@@ -175,7 +175,8 @@ std::vector<std::string> ghArguments(std::string_view script, const std::optiona
 // gh prints the raw JSON and exits 1 when the answer holds any error; the
 // output is read whatever the status, so one missing repository fails alone.
 void EffectRunner::fetchBatch(const effect::FetchBatch& e) {
-    runCommand(ghArguments(CommandLines::ghBatch, e.host, Graphql::batchArguments(e.repos, e.viewer)),
+    runCommand(ghArguments(CommandLines::ghBatch, e.host,
+                           Graphql::batchArguments(e.repos, e.viewer, e.yours.value_or(false))),
                e.path, true,
                [repos = e.repos](const std::optional<Subprocess::Result>& result) -> Msg {
                    if (!result)

@@ -302,9 +302,10 @@ TEST(extras_queue, one_query_for_every_repository_and_a_failure_stays_alone) {
     EXPECT_FALSE(m.isRefreshing());
     EXPECT_FALSE(m.flash);
 
-    // The next refresh asks with the login, so the review search is included.
+    // The next refresh asks with the login, so the review search is included,
+    // and the viewer's own pull requests, on unless switched off.
     effects = m.refresh();
-    EXPECT_EQ(effects[1], Effect(effect::FetchBatch{{"acme/web", "acme/api"}, "ana", kPath}));
+    EXPECT_EQ(effects[1], Effect(effect::FetchBatch{{"acme/web", "acme/api"}, "ana", kPath, true}));
 }
 
 TEST(extras_queue, comments_only_for_new_or_changed_pull_requests_and_all_every_tenth) {
@@ -484,7 +485,9 @@ TEST(extras_queue, one_query_per_host_one_after_the_other_in_the_order_of_the_li
     };
     const auto batch = [](std::vector<std::string> repos, std::optional<std::string> viewer,
                           std::optional<std::string> host) {
-        return Effect(effect::FetchBatch{std::move(repos), std::move(viewer), kPath, std::move(host)});
+        // "Yours" is asked for with the login, on gh's own host only.
+        const std::optional<bool> yours = !host && viewer ? std::optional<bool>(true) : std::nullopt;
+        return Effect(effect::FetchBatch{std::move(repos), std::move(viewer), kPath, yours, std::move(host)});
     };
 
     // Twice: the second refresh asks with the login learned from gh's own host.

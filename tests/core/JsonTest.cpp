@@ -80,6 +80,7 @@ TEST(json_msg, every_case_reads_back_as_written) {
         R"({"msg":"set_checks","on":true})",
         R"({"msg":"batch_fetched","ok":false,"output":"{}","repos":["acme/web","o/r"]})",
         R"({"msg":"comments_fetched","ok":true,"output":""})", "rate_wait_over", "#open_repo_pulls",
+        R"({"msg":"set_yours","on":false})",
     };
     ASSERT_EQ(std::size(lines), std::variant_size_v<Msg>);
     for (std::size_t i = 0; i < std::size(lines); ++i) {

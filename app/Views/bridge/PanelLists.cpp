@@ -45,6 +45,8 @@ std::vector<DiffListModel::Row> prRows(const Model& model, const std::vector<Rep
     for (const RepoGroup& group : groups) {
         const Repo& repo = group.repo;
         const QVariant repoId = qint64(repo.id);
+        const bool yours = repo.id == yoursGroupId;
+        const std::int64_t blocked = yours ? model.yoursBlocked() : 0;
         out.push_back(makeRow<PrRoles>(q(ListRow{repo}.id()),
                               {{PrRole::kind, QStringLiteral("header")},
                                {PrRole::repoId, repoId},
@@ -55,7 +57,10 @@ std::vector<DiffListModel::Row> prRows(const Model& model, const std::vector<Rep
                                {PrRole::count, qint64(repo.count)},
                                {PrRole::countLabel, QStringLiteral("%1 open").arg(repo.count)},
                                {PrRole::loadingLabel, QStringLiteral("Loading ") + q(repo.name)},
-                               {PrRole::groupRows, int(group.prs.size())}}));
+                               {PrRole::groupRows, int(group.prs.size())},
+                               {PrRole::blocked, qint64(blocked)},
+                               {PrRole::blockedLabel, q(blockedLabel(blocked))},
+                               {PrRole::headingLabel, q(yours ? yoursHeading(repo.count, blocked) : repo.name)}}));
         const QString numberTemplate = q(group.numberTemplate());
         for (std::size_t k = 0; k < group.prs.size(); ++k) {
             const PR& pr = group.prs[k];
@@ -83,7 +88,8 @@ std::vector<DiffListModel::Row> prRows(const Model& model, const std::vector<Rep
                  {PrRole::reviewLabel, q(reviewLabel(pr.review))},
                  {PrRole::conflicts, pr.conflicts.value_or(false)},
                  {PrRole::deploy, pr.deploy ? q(std::string(jsonText(*pr.deploy))) : QString()},
-                 {PrRole::deployLabel, q(deployLabel(pr))}}));
+                 {PrRole::deployLabel, q(deployLabel(pr))},
+                 {PrRole::repoLabel, yours ? q(pr.repo) : QString()}}));
         }
         if (group.more > 0)
             out.push_back(makeRow<PrRoles>(q(ListRow{MoreRow{repo.id, group.more}}.id()),

@@ -31,12 +31,17 @@ namespace PanelLists {
 /// `rowInGroup` (0 for the first row under its heading), and the checks,
 /// review and deployment markers, empty while those are switched off.
 /// The row that ends a capped group: `rowInGroup`, `moreText`.
+/// "Yours" only: the heading's `blocked` count, `blockedLabel` ("2 blocked") and
+/// `headingLabel` (what it reads as: "Yours, 5 open, 2 blocked"; a repository's
+/// name elsewhere), and each row's `repoLabel` ("owner/repo"), since the group
+/// mixes repositories.
 #define VELMAR_PR_ROLES(X)                                                                   \
     X(kind) X(repoId) X(groupIndex) X(name) X(spinning) X(failed) X(count) X(countLabel)     \
     X(loadingLabel) X(prId) X(number) X(numberText) X(numberTemplate) X(title) X(author)    \
     X(authorTooltip) X(isDraft) X(hovered) X(hasPreview) X(previewTooltip) X(openLabel)     \
     X(previewLabel) X(groupRows) X(rowInGroup) X(checks) X(checksLabel) X(review)           \
-    X(reviewLabel) X(conflicts) X(deploy) X(deployLabel) X(moreText)
+    X(reviewLabel) X(conflicts) X(deploy) X(deployLabel) X(moreText) X(blocked)             \
+    X(blockedLabel) X(headingLabel) X(repoLabel)
 VELMAR_ROLE_TABLE(PrRole, PrRoles, VELMAR_PR_ROLES)
 /// The rows of `groups`, in their order: the list as a drag previews it.
 std::vector<DiffListModel::Row> prRows(const Model& model, const std::vector<RepoGroup>& groups);

@@ -49,6 +49,7 @@ PanelModel::Values PanelModel::derive(const Model& model) {
     v.settingsLoaded = model.settingsLoaded;
     v.autoRefresh = model.autoRefresh;
     v.checksOn = model.checksOn();
+    v.yoursOn = model.yours.value_or(true);
     v.reposLoaded = model.reposLoaded;
     v.hasRepos = !model.repos.empty();
     v.footerText = QString::fromStdString(model.footerText());

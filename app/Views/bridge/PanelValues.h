@@ -16,6 +16,8 @@
     X(bool, settingsLoaded, settingsLoadedChanged)                               \
     X(bool, autoRefresh, autoRefreshChanged)                                     \
     X(bool, checksOn, checksOnChanged)                                           \
+    /* The "Show my pull requests" switch as stored; it acts only with checks on. */ \
+    X(bool, yoursOn, yoursOnChanged)                                             \
     X(bool, reposLoaded, reposLoadedChanged)                                     \
     X(bool, hasRepos, hasReposChanged)                                           \
     /* "Settings" on the settings screen outside onboarding, else "Velmar". */   \

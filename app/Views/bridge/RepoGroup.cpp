@@ -70,4 +70,14 @@ std::string deployLabel(const PR& pr) {
 
 std::string moreLabel(std::int64_t more) { return std::to_string(more) + " more on GitHub"; }
 
+std::string blockedLabel(std::int64_t blocked) {
+    return blocked > 0 ? std::to_string(blocked) + " blocked" : std::string();
+}
+
+std::string yoursHeading(std::int64_t open, std::int64_t blocked) {
+    std::string text = std::string(Constants::yoursGroupName) + ", " + std::to_string(open) + " open";
+    if (blocked > 0) text += ", " + blockedLabel(blocked);
+    return text;
+}
+
 }  // namespace velmar::ui

@@ -44,5 +44,9 @@ std::string reviewLabel(std::optional<ReviewState> review);
 std::string deployLabel(const PR& pr);
 /// "3 more on GitHub".
 std::string moreLabel(std::int64_t more);
+/// "2 blocked", empty for none.
+std::string blockedLabel(std::int64_t blocked);
+/// What the screen reader says for the "Yours" heading: "Yours, 5 open, 2 blocked".
+std::string yoursHeading(std::int64_t open, std::int64_t blocked);
 
 }  // namespace velmar::ui

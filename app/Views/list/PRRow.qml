@@ -33,6 +33,8 @@ FocusScope {
     required property bool conflicts
     required property string deploy
     required property string deployLabel
+    /// "owner/repo" in a group that mixes repositories ("Yours"); else empty.
+    required property string repoLabel
 
     /// The number's and the preview button's menus are the list's, shared by all rows.
     signal linkMenuRequested(Item item, real x, real y)
@@ -57,11 +59,13 @@ FocusScope {
     z: lifted || glide.running ? 2 : 0
 
     Accessible.role: Accessible.ListItem
-    Accessible.name: title
+    Accessible.name: repoLabel.length > 0 ? title + ", " + repoLabel : title
 
     // The author stands in the row when there is room; else it is the row's tooltip.
+    // A repository stands in its place, also when compact, and is always the tooltip,
+    // since it is often cut.
     HoverHandler { id: rowHover }
-    ToolTip.text: row.widthClass === "regular" ? "" : row.authorTooltip
+    ToolTip.text: row.repoLabel.length > 0 ? row.repoLabel : row.widthClass === "regular" ? "" : row.authorTooltip
     ToolTip.visible: rowHover.hovered && !preview.hovered && ToolTip.text.length > 0
     ToolTip.delay: 700
 
@@ -145,15 +149,17 @@ FocusScope {
             // a quarter of the row and is cut at its end past that.
             readonly property real cappedWidth: Math.min(implicitWidth, Math.ceil(layout.width / 4))
             Layout.preferredWidth: cappedWidth
-            visible: row.widthClass === "regular"
-            text: "\u2068" + row.author + "\u2069"
+            readonly property string shown: row.repoLabel.length > 0 ? row.repoLabel : row.author
+            visible: row.widthClass === "regular" || (row.repoLabel.length > 0 && row.widthClass === "compact")
+            text: "\u2068" + shown + "\u2069"
             textFormat: Text.PlainText
             color: row.theme.secondary
             font.pixelSize: row.theme.callout
-            elide: Text.ElideRight
+            // A repository keeps its owner and the end of its name.
+            elide: row.repoLabel.length > 0 ? Text.ElideMiddle : Text.ElideRight
             maximumLineCount: 1
             Accessible.role: Accessible.StaticText
-            Accessible.name: row.author
+            Accessible.name: shown
         }
         Item { Layout.fillWidth: true; Layout.minimumWidth: 4 }
         PreviewButton {

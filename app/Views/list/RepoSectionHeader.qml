@@ -21,6 +21,10 @@ FocusScope {
     required property string countLabel
     required property string loadingLabel
     required property int groupRows
+    // "Yours" only: "2 blocked", and the whole heading as read ("Yours, 5 open, 2 blocked").
+    required property var blocked
+    required property string blockedLabel
+    required property string headingLabel
 
     /// Its menu ("Open on GitHub", "Copy Link") is the list's.
     signal menuRequested(Item item, real x, real y)
@@ -57,7 +61,7 @@ FocusScope {
     Component.onCompleted: reportLayout()
 
     Accessible.role: Accessible.Heading
-    Accessible.name: name
+    Accessible.name: headingLabel
     Accessible.description: "Alt+Up or Alt+Down moves it"
     Accessible.focusable: true
     // A heading does nothing of its own; Press offers its menu.
@@ -112,6 +116,7 @@ FocusScope {
             + (spinner.visible ? spinner.implicitWidth + spacing : 0)
             + (failedPill.visible ? failedPill.implicitWidth + spacing : 0)
             + (countPill.visible ? countPill.implicitWidth + spacing : 0)
+            + (blockedPill.visible ? blockedPill.implicitWidth + spacing : 0)
 
         Item {
             Layout.preferredWidth: 14
@@ -150,6 +155,16 @@ FocusScope {
             role: "destructive"
             Accessible.role: Accessible.StaticText
             Accessible.name: text
+        }
+        Pill {
+            id: blockedPill
+            visible: header.blocked > 0
+            theme: header.theme
+            // In the narrowest panel the word would squeeze the group's name.
+            text: header.width < 240 ? String(header.blocked) : header.blockedLabel
+            role: "destructive"
+            Accessible.role: Accessible.StaticText
+            Accessible.name: header.blockedLabel
         }
         Pill {
             id: countPill

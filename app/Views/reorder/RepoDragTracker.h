@@ -66,6 +66,8 @@ public:
     Q_INVOKABLE double shiftOf(const QVariant& id, int revision = 0) const;
     QVariant firstId() const;
     bool gliding() const { return gliding_; }
+    /// A press is waiting out the hold that lifts it.
+    bool holding() const { return hold_.isActive(); }
     const reorder::RepoDragState& state() const { return state_; }
     bool installed() const { return installed_; }
 

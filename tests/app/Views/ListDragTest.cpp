@@ -46,9 +46,9 @@ protected:
     QPoint liftAndMove(const QString& name, int dy) {
         const QPoint start = heading(name);
         QTest::mousePress(&h.view(), Qt::LeftButton, {}, start);
-        QTest::qWait(400);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return tracker().drag().has_value(); })) << "the hold lifted nothing";
         for (int step = 1; step <= 10; ++step) QTest::mouseMove(&h.view(), start + QPoint(0, dy * step / 10));
-        QTest::qWait(30);
+        EXPECT_TRUE(h.settle());
         return start + QPoint(0, dy);
     }
     // The headings from top to bottom as drawn.
@@ -80,9 +80,8 @@ TEST_F(list_drag, holding_a_heading_lifts_its_group_and_the_drop_sends_one_move)
     // Past docs' middle: the others already stand where they will land; the
     // lifted group is held at the list's end.
     for (int dy = 70; dy <= 135; dy += 13) QTest::mouseMove(&h.view(), start + QPoint(0, dy));
-    QTest::qWait(30);
+    ASSERT_TRUE(h.settle());
     EXPECT_NEAR(heading("acme/web").y(), start.y() + 129, 1);
-    QTest::qWait(400);
     EXPECT_EQ(drawnOrder(), (std::vector<QString>{"acme/api", "acme/docs", "acme/web", "acme/site"}));
     // api took web's place at the top, and the block stands 2 below the list's top.
     EXPECT_EQ(heading("acme/api").y(), start.y());
@@ -94,7 +93,7 @@ TEST_F(list_drag, holding_a_heading_lifts_its_group_and_the_drop_sends_one_move)
     EXPECT_FALSE(h.panel().listDrag()->lifted());
     // This harness has no core: the model kept its order, and the groups
     // glide back to it.
-    QTest::qWait(500);
+    ASSERT_TRUE(h.settle());
     EXPECT_EQ(drawnOrder(), (std::vector<QString>{"acme/web", "acme/api", "acme/docs", "acme/site"}));
     EXPECT_EQ(heading("acme/web"), start);
 }
@@ -102,15 +101,14 @@ TEST_F(list_drag, holding_a_heading_lifts_its_group_and_the_drop_sends_one_move)
 TEST_F(list_drag, after_the_core_moves_the_group_everything_rests_in_its_new_place) {
     h.runCore(true);
     const QPoint start = heading("acme/web");
-    const QPoint at = liftAndMove("acme/web", 135);
-    QTest::qWait(400);  // the others have made room
+    const QPoint at = liftAndMove("acme/web", 135);  // the others have made room
     QTest::mouseRelease(&h.view(), Qt::LeftButton, {}, at);
     EXPECT_EQ(h.takeSent(), (Sent{R"({"id":1,"index":2,"msg":"move_repo"})"}));
     // The others were already in their places: nothing of theirs moves.
-    QTest::qWait(20);
+    QCoreApplication::processEvents();
     EXPECT_EQ(heading("acme/api"), start);
     EXPECT_EQ(heading("acme/docs"), start + QPoint(0, 59));
-    QTest::qWait(500);
+    ASSERT_TRUE(h.settle());
     // api (heading and a row, 48), docs (35 with its divider), web (83), site.
     const std::pair<const char*, int> rest[] = {{"acme/api", 0}, {"acme/docs", 59}, {"acme/web", 94}, {"acme/site", 177}};
     for (auto [name, dy] : rest) EXPECT_EQ(heading(name), start + QPoint(0, dy)) << name;
@@ -122,7 +120,7 @@ TEST_F(list_drag, after_the_core_moves_the_group_everything_rests_in_its_new_pla
     const QPoint again = liftAndMove("acme/site", -300);
     QTest::mouseRelease(&h.view(), Qt::LeftButton, {}, again);
     EXPECT_EQ(h.takeSent(), (Sent{R"({"id":4,"index":0,"msg":"move_repo"})"}));
-    QTest::qWait(500);
+    ASSERT_TRUE(h.settle());
     EXPECT_EQ(heading("acme/site"), start);
     EXPECT_EQ(heading("acme/api"), start + QPoint(0, 35));
 }
@@ -144,7 +142,7 @@ TEST_F(list_drag, dragging_up_to_the_top_and_the_last_group) {
         const QPoint at = liftAndMove(row.name, row.dy);
         QTest::mouseRelease(&h.view(), Qt::LeftButton, {}, at);
         EXPECT_EQ(h.takeSent(), Sent{row.sent});
-        QTest::qWait(300);  // the settle
+        EXPECT_TRUE(h.settle());
     }
 }
 
@@ -152,7 +150,7 @@ TEST_F(list_drag, moving_before_the_hold_ends_lifts_nothing) {
     const QPoint start = heading("acme/web");
     QTest::mousePress(&h.view(), Qt::LeftButton, {}, start);
     QTest::mouseMove(&h.view(), start + QPoint(0, 4));
-    QTest::qWait(400);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !h.panel().listDrag()->holding(); }));
     QTest::mouseMove(&h.view(), start + QPoint(0, 150));
     EXPECT_FALSE(tracker().drag().has_value());
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
@@ -164,8 +162,7 @@ TEST_F(list_drag, moving_before_the_hold_ends_lifts_nothing) {
     EXPECT_FALSE(tracker().press().has_value());
     QTest::mousePress(&h.view(), Qt::LeftButton, {}, start);
     QTest::mouseMove(&h.view(), start + QPoint(3, -3));
-    QTest::qWait(400);
-    EXPECT_TRUE(tracker().drag().has_value());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return tracker().drag().has_value(); }));
     QTest::mouseRelease(&h.view(), Qt::LeftButton, {}, start + QPoint(3, -3));
     EXPECT_EQ(h.takeSent(), (Sent{R"({"id":1,"index":0,"msg":"move_repo"})"}));
 }
@@ -223,7 +220,7 @@ TEST_F(list_drag, whatever_interrupts_a_drag_leaves_no_trace) {
     for (const Row& row : table) {
         SCOPED_TRACE(row.what);
         h.setModel(fourRepos());
-        QTest::qWait(700);  // back from the settings screen's slide
+        ASSERT_TRUE(h.settle());  // back from the settings screen's slide
         const QPoint at = liftAndMove("acme/web", 100);
         ASSERT_TRUE(tracker().drag().has_value());
         row.interrupt(h, at);
@@ -243,11 +240,10 @@ TEST_F(list_drag, a_press_on_what_covers_the_list_is_not_a_press) {
     // The menu lies over the list: a press beside it closes it, and lifts nothing.
     const QPoint web = heading("acme/web");
     QTest::mousePress(&h.view(), Qt::LeftButton, {}, web);
-    QTest::qWait(400);
+    EXPECT_FALSE(h.panel().listDrag()->holding());
     EXPECT_FALSE(tracker().drag().has_value());
     QTest::mouseRelease(&h.view(), Qt::LeftButton, {}, web);
-    QTest::qWait(50);
-    EXPECT_EQ(h.find("Open on GitHub"), nullptr);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return h.find("Open on GitHub") == nullptr; }));
     EXPECT_TRUE(h.takeSent().empty());
 }
 

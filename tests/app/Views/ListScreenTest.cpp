@@ -61,6 +61,36 @@ TEST_F(list_screen, draft_marker_and_author_follow_the_width_class) {
     }
 }
 
+TEST_F(list_screen, yours_reads_its_blocked_count_and_shows_each_repository_where_there_is_room) {
+    Model m = twoRepos();
+    m.checks = true;
+    m.yourPrs.emplace();
+    const char* const slugs[] = {"acme-corporation-international/design-system-components", "ana/dotfiles"};
+    for (int n = 1; n <= 2; ++n) {
+        PR mine = pr(yoursGroupId, n, "Mine " + std::to_string(n));
+        mine.id = -n;
+        mine.repo = slugs[n - 1];
+        if (n == 1) mine.conflicts = true;
+        m.yourPrs->push_back(mine);
+    }
+    // The repository stands in the row from compact up; in the narrowest rows it is the tooltip.
+    for (const auto& [width, shown] : {std::pair{260, false}, std::pair{360, true}, std::pair{520, true}}) {
+        SCOPED_TRACE(width);
+        h.show(m, width);
+        EXPECT_NE(h.find("Yours, 2 open, 1 blocked", QAccessible::Heading), nullptr) << h.names().join(" | ").toStdString();
+        EXPECT_NE(h.find("1 blocked"), nullptr);
+        EXPECT_EQ(h.find("ana/dotfiles", QAccessible::StaticText) != nullptr, shown);
+        // The row's own name carries it at every width.
+        EXPECT_NE(h.find("Mine 2, ana/dotfiles", QAccessible::ListItem), nullptr);
+        if (shown) {
+            // A long name is cut, and the title keeps most of the row.
+            QAccessibleInterface* label = h.find(slugs[0], QAccessible::StaticText);
+            ASSERT_NE(label, nullptr);
+            EXPECT_LE(label->rect().width(), width / 4 + 1);
+        }
+    }
+}
+
 TEST_F(list_screen, each_control_and_menu_item_sends_its_message) {
     Model m = twoRepos();
     m.browsers = {{1, "System default", "", "SD", false, true}, {2, "Firefox", "Firefox", "FI", true, true}};
@@ -90,10 +120,10 @@ TEST_F(list_screen, each_control_and_menu_item_sends_its_message) {
         h.takeSent();
         if (*row.rightClickOn) {
             h.rightClick(row.rightClickOn);
-            QTest::qWait(50);
+            EXPECT_TRUE(QTest::qWaitFor([&] { return h.find(row.control) != nullptr; }));
         }
         EXPECT_TRUE(h.press(row.control)) << h.names().join(" | ").toStdString();
-        QTest::qWait(20);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return h.sentCount() > 0; }));
         Sent sent = h.takeSent();
         // Hover messages are the pointer's, not the control's.
         std::erase_if(sent, [](const std::string& s) { return s.find("hover_pr") != std::string::npos; });
@@ -109,7 +139,7 @@ TEST_F(list_screen, preview_menu_lists_browsers_after_the_selected_one) {
     m.selectedBrowser = 3;
     h.show(m);
     h.rightClick("Open preview for #7");
-    QTest::qWait(50);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return h.find("Open in Firefox") != nullptr; }));
     h.takeSent();
     // After the selected browser's entry, one entry per offered browser, by id.
     ASSERT_TRUE(h.press("Open in Firefox"));
@@ -141,8 +171,7 @@ TEST_F(list_screen, strip_marks_the_selected_browser_and_is_absent_without_brows
                   {3, "Chromium", "Chromium", "CH", true, true}, {4, "Opera", "Opera", "OP", false, true}};
     m.selectedBrowser = 3;
     h.setModel(m);
-    QTest::qWait(20);
-    ASSERT_NE(h.find("Open links in"), nullptr);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return h.find("Open links in") != nullptr; }));
     ASSERT_NE(h.find("Firefox"), nullptr);
     ASSERT_NE(h.find("Chromium"), nullptr);
     EXPECT_TRUE(h.find("Chromium")->state().selected);
@@ -163,7 +192,7 @@ TEST_F(list_screen, keyboard_reaches_rows_and_their_menus) {
     QTest::keyClick(&h.view(), Qt::Key_Space);
     EXPECT_EQ(h.takeSent(), (Sent{R"({"id":100007,"msg":"open_pr"})", R"({"id":100007,"msg":"open_pr"})"}));
     QTest::keyClick(&h.view(), Qt::Key_Menu);
-    QTest::qWait(50);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return h.find("Copy link") != nullptr; }));
     QTest::keyClick(&h.view(), Qt::Key_Down);
     QTest::keyClick(&h.view(), Qt::Key_Return);
     EXPECT_EQ(h.takeSent(), Sent{R"({"id":100007,"msg":"copy_pr_link"})"});
@@ -179,20 +208,18 @@ TEST_F(list_screen, a_refresh_keeps_scroll_position_and_an_open_menu) {
     QQuickItem* flick = h.view().rootObject()->findChild<QQuickItem*>("prList");
     ASSERT_NE(flick, nullptr);
     flick->setProperty("contentY", 300);
-    QTest::qWait(20);
     ASSERT_EQ(flick->property("contentY").toDouble(), 300);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return h.find("acme/repo-3") != nullptr; }));
     h.rightClick("acme/repo-3");
-    QTest::qWait(50);
-    ASSERT_NE(h.find("Open on GitHub"), nullptr);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return h.find("Open on GitHub") != nullptr; }));
 
     // A refresh: every repository loading again, one row's title changed.
     for (Repo& r : m.repos) r.state = RepoState::queued;
     m.prs[3].title = "Renamed";
     h.setModel(m);
-    QTest::qWait(50);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return h.find("Loading acme/repo-5") != nullptr; }));
     EXPECT_EQ(flick->property("contentY").toDouble(), 300);
     EXPECT_NE(h.find("Open on GitHub"), nullptr) << "the menu closed";
-    EXPECT_NE(h.find("Loading acme/repo-5"), nullptr);
 }
 
 }  // namespace
@@ -210,9 +237,9 @@ TEST(list_screen_pointer, hovering_a_number_tells_the_core_and_it_underlines) {
     h.takeSent();
     const QPoint link = h.view().mapFromGlobal(h.find("Open pull request #7")->rect().center());
     QTest::mouseMove(&h.view(), link);
-    QTest::qWait(30);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return h.sentCount() == 1; }));
     QTest::mouseMove(&h.view(), QPoint(5, 300));
-    QTest::qWait(30);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return h.sentCount() == 2; }));
     EXPECT_EQ(h.takeSent(), (std::vector<std::string>{R"({"id":100007,"msg":"hover_pr"})",
                                                       R"({"id":100007,"msg":"unhover_pr"})"}));
 }

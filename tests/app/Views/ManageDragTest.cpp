@@ -27,7 +27,7 @@ class manage_drag : public ::testing::Test {
 protected:
     void SetUp() override {
         h.show(settings());
-        QTest::qWait(600);  // the settings screen slides in
+        EXPECT_TRUE(h.settle());  // the settings screen slides in
         h.takeSent();
     }
     void TearDown() override { ASSERT_EQ(QGuiApplication::overrideCursor(), nullptr) << "cursor left changed"; }
@@ -45,7 +45,7 @@ protected:
         const QPoint start(r.left() + 40, r.center().y());
         QTest::mousePress(&h.view(), Qt::LeftButton, {}, start);
         for (int step = 1; step <= 8; ++step) QTest::mouseMove(&h.view(), start + QPoint(0, dy * step / 8));
-        QTest::qWait(30);
+        EXPECT_TRUE(h.settle());
         return start + QPoint(0, dy);
     }
     const ui::reorder::RepoDragState& tracker() { return h.panel().manageDrag()->state(); }
@@ -63,7 +63,6 @@ TEST_F(manage_drag, a_row_lifts_on_moving_and_lands_past_a_neighbours_middle) {
     EXPECT_EQ(QGuiApplication::overrideCursor()->shape(), Qt::ClosedHandCursor);
     EXPECT_NEAR(row("acme/web").top(), web.top() + dy, 1);
     EXPECT_EQ(row("acme/web").height(), web.height()) << "the plate behind it is no part of its layout";
-    QTest::qWait(400);
     // docs made room: it stands where web stood.
     EXPECT_EQ(row("acme/docs").top(), web.top());
     QTest::mouseRelease(&h.view(), Qt::LeftButton, {}, at);
@@ -99,10 +98,9 @@ TEST_F(manage_drag, after_the_core_moves_the_row_the_rows_rest_in_order) {
     const QRect web = row("acme/web");
     const QRect site = row("acme/site");
     const QPoint at = dragRow("acme/site", web.top() - site.top() - 20);
-    QTest::qWait(400);
     QTest::mouseRelease(&h.view(), Qt::LeftButton, {}, at);
     EXPECT_EQ(h.takeSent(), (Sent{R"({"id":3,"index":0,"msg":"move_repo"})"}));
-    QTest::qWait(500);
+    ASSERT_TRUE(h.settle());
     EXPECT_EQ(row("acme/site").top(), web.top());
     EXPECT_NEAR(row("acme/web").top(), web.top() + site.height(), 1);
     EXPECT_LT(row("acme/web").bottom(), row("acme/docs").top());
@@ -118,7 +116,7 @@ TEST_F(manage_drag, leaving_the_screen_ends_the_drag_and_the_list_screen_has_its
     EXPECT_FALSE(tracker().enabled());
     QTest::mouseRelease(&h.view(), Qt::LeftButton, {}, at);
     EXPECT_TRUE(h.takeSent().empty());
-    QTest::qWait(600);
+    ASSERT_TRUE(h.settle());
     EXPECT_FALSE(h.panel().manageDrag()->installed()) << "off screen, the filter is gone";
     EXPECT_TRUE(h.panel().listDrag()->installed());
 }

@@ -216,6 +216,31 @@ TEST_F(manage_screen, each_control_and_menu_item_sends_its_message) {
     EXPECT_EQ(h.takeSent(), Sent{R"({"id":3,"msg":"toggle_browser_shown"})"});
 }
 
+TEST_F(manage_screen, my_pull_requests_switch_is_greyed_until_checks_are_on) {
+    Model m = settings();
+    show(m);
+    // Off with its parent: shown as it would be, but it sends nothing.
+    QAccessibleInterface* yours = h.find("Show my pull requests");
+    ASSERT_NE(yours, nullptr) << names();
+    EXPECT_TRUE(yours->state().checked);
+    EXPECT_EQ(yours->text(QAccessible::Description), "Needs checks, reviews and deployments");
+    EXPECT_FALSE(item("Show my pull requests")->isEnabled());
+    h.press("Show my pull requests");
+    EXPECT_EQ(h.takeSent(), Sent{});
+
+    m.checks = true;
+    setModel(m);
+    QTRY_VERIFY(item("Show my pull requests")->isEnabled());
+    EXPECT_EQ(h.find("Show my pull requests")->text(QAccessible::Description), "");
+    EXPECT_TRUE(h.press("Show my pull requests"));
+    EXPECT_EQ(h.takeSent(), (Sent{R"({"msg":"set_yours","on":false})"}));
+    m.yours = false;
+    setModel(m);
+    QTRY_VERIFY(!h.find("Show my pull requests")->state().checked);
+    EXPECT_TRUE(h.press("Show my pull requests"));
+    EXPECT_EQ(h.takeSent(), (Sent{R"({"msg":"set_yours","on":true})"}));
+}
+
 TEST_F(manage_screen, pickers_mark_the_current_choice) {
     Model m = settings();
     m.appearance = Appearance::light;

@@ -110,6 +110,39 @@ TEST(panel_lists, extras_markers_say_their_state_and_capped_groups_end_with_more
     EXPECT_EQ(model.get(41, "repoId").toLongLong(), 1);
 }
 
+TEST(panel_lists, yours_heading_counts_the_blocked_and_its_rows_name_their_repository) {
+    Model m = readyModel();
+    m.checks = true;
+    m.repos = {repo(1, "acme/web", RepoState::ok, 1)};
+    m.prs = {pr(1, 7, "watched")};
+    m.yourPrs.emplace();
+    for (int n = 1; n <= 5; ++n) {
+        PR mine = pr(yoursGroupId, n, "mine");
+        mine.id = -n;
+        mine.repo = "other/lib";
+        mine.checks = n <= 2 ? ChecksState::failing : ChecksState::passing;
+        m.yourPrs->push_back(mine);
+    }
+    ui::DiffListModel model(ui::roleNames<PanelLists::PrRoles>());
+    model.update(PanelLists::prRows(m, RepoGroup::make(m.listRows())));
+    ASSERT_EQ(model.rowCount(), 1 + 5 + 1 + 1);
+    auto at = [&](int row, const char* role) { return model.get(row, role).toString(); };
+    EXPECT_EQ(at(0, "name"), "Yours");
+    EXPECT_EQ(at(0, "blockedLabel"), "2 blocked");
+    EXPECT_EQ(at(0, "headingLabel"), "Yours, 5 open, 2 blocked");
+    EXPECT_EQ(at(1, "repoLabel"), "other/lib");
+    // A watched repository's group names itself, and its rows do not.
+    EXPECT_EQ(at(6, "headingLabel"), "acme/web");
+    EXPECT_EQ(at(6, "blockedLabel"), "");
+    EXPECT_EQ(at(7, "repoLabel"), "");
+
+    // None blocked: the heading says only how many are open.
+    for (auto& p : *m.yourPrs) p.checks = ChecksState::running;
+    model.update(PanelLists::prRows(m, RepoGroup::make(m.listRows())));
+    EXPECT_EQ(at(0, "blockedLabel"), "");
+    EXPECT_EQ(at(0, "headingLabel"), "Yours, 5 open");
+}
+
 TEST(panel_lists, browser_rows_mark_the_selection_and_look_each_icon_up_once) {
     Model m = readyModel();
     m.browserMode = BrowserMode::manual;

@@ -29,7 +29,11 @@ const char* fixture = R"JSON({
        "mergeable": "CONFLICTING", "updated": "UPDATED13"}],
     "acme/api": [{"number": 3, "title": "Rate limits", "author": "dave", "branch": "rl", "checks": "PENDING",
                   "review": "REVIEW_REQUIRED"}],
-    "acme/we b;touch pwned$(id)": [{"number": 1, "title": "T", "author": "a", "branch": "b", "url": "u"}]
+    "acme/we b;touch pwned$(id)": [{"number": 1, "title": "T", "author": "a", "branch": "b", "url": "u"}],
+    "octo/side": [{"number": 5, "title": "Mine", "author": "octo", "branch": "m", "checks": "SUCCESS",
+                   "updated": "2026-01-01T00:00:00Z"}],
+    "octo/tools": [{"number": 2, "title": "Also mine", "author": "octo", "branch": "t", "checks": "SUCCESS",
+                    "updated": "2026-02-01T00:00:00Z"}]
   },
   "deployments": {"acme/web": [
     {"environment": "preview", "state": "ACTIVE", "commitOid": "c12", "ref": {"name": "feat/login"},
@@ -101,6 +105,12 @@ struct MiniStore : QObject {
         for (const auto& effect : effects)
             runner.perform(effect);
     }
+    /// Everything read, gh known good, and no fetch left.
+    bool idle() const {
+        return model.reposLoaded && model.pathResolved && !model.fetchInFlight && model.gh == GhStatus::ok &&
+               std::all_of(model.repos.begin(), model.repos.end(),
+                           [](const Repo& r) { return r.state == RepoState::ok; });
+    }
     Model model;
     EffectRunner runner;
 };
@@ -143,10 +153,7 @@ TEST_F(gh_against_fake_github, with_checks_on_one_query_shows_states_and_a_missi
     testing::EnvGuard env({{"VELMAR_HOME", home.path()}, {"SHELL", "/bin/sh"}});
     MiniStore store;
     const Model& m = store.model;
-    const auto idle = [&] {
-        return m.reposLoaded && m.pathResolved && !m.fetchInFlight && m.gh == GhStatus::ok &&
-               std::all_of(m.repos.begin(), m.repos.end(), [](const Repo& r) { return r.state == RepoState::ok; });
-    };
+    const auto idle = [&] { return store.idle(); };
     const std::string before = server->commentsLog();
     store.send(msg::FileRead{ConfigFile::extras, "checks\t1\n"});  // as the shell hands it in at start
     store.send(msg::Boot{});
@@ -253,6 +260,44 @@ TEST_F(gh_against_fake_github, with_checks_on_a_repository_on_another_host_is_as
     EXPECT_EQ(server->batchesLog().substr(batches.size()),
               "localhost:" + std::to_string(server->port()) + " 2\n" + other + " 1\n");
     EXPECT_EQ(server->commentsLog().substr(comments.size()), "PR_acme/web_12 PR_acme/web_13\nPR_acme/api_3\n");
+}
+
+TEST_F(gh_against_fake_github, yours_finds_the_viewers_pull_requests_anywhere_and_puts_the_blocked_first) {
+    testing::Scratch home;
+    testing::writeFile(home.path(".config/velmar/repos.tsv"), "acme/api\t\n");
+    testing::EnvGuard env({{"VELMAR_HOME", home.path()}, {"SHELL", "/bin/sh"}});
+    MiniStore store;
+    const Model& m = store.model;
+    const auto idle = [&] { return store.idle(); };
+    const auto yours = [&] {
+        std::string out;
+        for (const auto& pr : *m.yourPrs)
+            out += pr.repo + "#" + std::to_string(pr.number) + (isBlocked(pr) ? " blocked" : "") + "; ";
+        return out;
+    };
+    store.send(msg::FileRead{ConfigFile::extras, "checks\t1\n"});
+    store.send(msg::Boot{});
+    // The first query learns the login; the search goes with the next one, and
+    // GitHub's schema (checked by the fake server) refuses the whole query if
+    // the search does not fit it.
+    ASSERT_TRUE(testing::waitUntil([&] { return idle() && m.viewer; }, 60));
+    store.send(msg::Refresh{});
+    ASSERT_TRUE(testing::waitUntil([&] { return idle() && m.yourPrs; }, 60));
+    EXPECT_EQ(yours(), "octo/tools#2; octo/side#5; ");  // neither repository is watched
+    EXPECT_EQ(m.yoursBlocked(), 0);
+
+    std::string failing = fixture;
+    failing.replace(failing.find("SUCCESS", failing.find("\"Mine\"")), 7, "FAILURE");
+    server->setFixture(failing);
+    store.send(msg::Refresh{});
+    ASSERT_TRUE(testing::waitUntil([&] { return idle() && m.yoursBlocked() == 1; }, 60));
+    server->setFixture(fixture);
+    EXPECT_EQ(yours(), "octo/side#5 blocked; octo/tools#2; ");
+    // Below the review requests, above the watched repositories.
+    std::string headings;
+    for (const auto& row : m.listRows())
+        if (row.isHeader()) headings += std::get<Repo>(row.item).name + "; ";
+    EXPECT_EQ(headings, "Needs your review; Yours; acme/api; ");
 }
 
 }  // namespace

@@ -3,7 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <QElapsedTimer>
 #include <QQmlEngine>
+#include <QSignalSpy>
 #include <QTest>
 #include <functional>
 
@@ -63,7 +65,23 @@ void ScreenHarness::show(const Model& model, int width, bool dark) {
     view_.resize(width, 600);
     view_.show();
     EXPECT_TRUE(QTest::qWaitForWindowExposed(&view_));
-    QTest::qWait(50);  // let the layouts settle
+    // Laid out once a frame is drawn: polishing comes before every frame.
+    // (A loading group's spinner keeps drawing, so this cannot wait for rest.)
+    QSignalSpy drawn(&view_, &QQuickWindow::frameSwapped);
+    view_.update();
+    EXPECT_TRUE(drawn.wait(5000));
+}
+
+bool ScreenHarness::settle() {
+    QElapsedTimer sinceFrame;
+    sinceFrame.start();
+    const QMetaObject::Connection counting =
+        QObject::connect(&view_, &QQuickWindow::frameSwapped, [&] { sinceFrame.restart(); });
+    // A pending polish or update draws at least once more: wait for it too.
+    view_.update();
+    const bool still = QTest::qWaitFor([&] { return sinceFrame.elapsed() > 50; }, 5000);
+    QObject::disconnect(counting);
+    return still;
 }
 
 std::vector<std::string> ScreenHarness::takeSent() {

@@ -28,8 +28,15 @@ public:
     /// Replaces the model, as a step of the core would.
     void setModel(const Model& model);
 
+    /// Waits until the window has come to rest: no frame drawn for three
+    /// frame periods, so every slide, glide and spring has ended. False if it
+    /// is still moving after five seconds.
+    bool settle();
+
     /// Messages sent since the last call, as compact JSON, and forgets them.
     std::vector<std::string> takeSent();
+    /// How many messages wait to be taken.
+    std::size_t sentCount() const { return sent_.size(); }
 
     /// The first accessible element named `name` (depth first, in the order
     /// of the tree), or null.

@@ -6,7 +6,8 @@
 # The batched query ("query Batch", aliases r0.. over variables o0/n0..) and the comments query by node id
 # ("query Comments", aliases c0.. over i0..) are answered too; a pull request may carry "oid", "updated",
 # "checks", "review", "mergeable", a repository "deployments" in the fixture's "deployments": {slug: [...]},
-# and "review_requested" lists [slug, number] pairs. Each Comments request's ids go to DIR/comments.log, one
+# and "review_requested" lists [slug, number] pairs; the search for the viewer's own ("author:LOGIN" in variable a)
+# finds every pull request whose "author" is that login. Each Comments request's ids go to DIR/comments.log, one
 # request a line. Every query is first checked against GitHub's public schema (github-schema/schema.graphql in
 # the shared folder beside the checkout, or $VELMAR_GITHUB_SCHEMA) by the npm package of package-lock.json, and
 # one the schema rejects is refused as GitHub refuses it and logged to DIR/invalid.log. Without the schema or the
@@ -124,6 +125,12 @@ class Handler(http.server.BaseHTTPRequestHandler):
                     if pr["number"] == number:
                         found.append(dict(self.node(slug, pr), repository={"nameWithOwner": slug}))
             data["review"] = {"nodes": found}
+        if "a" in variables:
+            # The viewer's own open pull requests, in every repository of the fixture.
+            author = re.search(r"author:(\S+)", variables["a"])
+            data["yours"] = {"nodes": [dict(self.node(slug, pr), repository={"nameWithOwner": slug})
+                                       for slug, prs in repos.items() for pr in prs
+                                       if author and pr["author"] == author.group(1)][:50]}
         self.answer(200, {"data": data, "errors": errors} if errors else {"data": data})
 
     def comments(self, variables):
