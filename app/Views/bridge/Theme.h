@@ -32,8 +32,8 @@ QColor success(Scheme scheme);
 enum class Level { primary, secondary, tertiary, quaternary, quinary };
 
 /// The label colour at `level`: black in light scheme, white in dark, with
-/// falling opacity.
-QColor foreground(Level level, Scheme scheme);
+/// falling opacity; stronger under increased contrast.
+QColor foreground(Level level, Scheme scheme, bool increasedContrast = false);
 /// The fill colour at `level`, used behind hovered controls.
 QColor fill(Level level, Scheme scheme);
 
@@ -135,11 +135,11 @@ public:
     bool increasedContrast() const { return contrast_; }
     QColor accentColor() const { return accent(scheme_); }
     QColor tint() const;
-    QColor primary() const { return foreground(Level::primary, scheme_); }
-    QColor secondary() const { return foreground(Level::secondary, scheme_); }
-    QColor tertiary() const { return foreground(Level::tertiary, scheme_); }
-    QColor quaternary() const { return foreground(Level::quaternary, scheme_); }
-    QColor quinary() const { return foreground(Level::quinary, scheme_); }
+    QColor primary() const { return foreground(Level::primary, scheme_, contrast_); }
+    QColor secondary() const { return foreground(Level::secondary, scheme_, contrast_); }
+    QColor tertiary() const { return foreground(Level::tertiary, scheme_, contrast_); }
+    QColor quaternary() const { return foreground(Level::quaternary, scheme_, contrast_); }
+    QColor quinary() const { return foreground(Level::quinary, scheme_, contrast_); }
     QColor quaternaryFill() const { return fill(Level::quaternary, scheme_); }
     QColor tertiaryFill() const { return fill(Level::tertiary, scheme_); }
     QColor backdropBase() const { return backdrop(scheme_, material_).base; }

@@ -12,7 +12,7 @@ Item {
 
     implicitHeight: 24
 
-    PlainButton {
+    PlainControl {
         id: button
         x: 14 + 20
         anchors.verticalCenter: parent.verticalCenter

@@ -3,7 +3,7 @@
 // visible number is underlined while the core says the row is hovered.
 import QtQuick
 
-PlainButton {
+PlainControl {
     id: link
     property string numberText
     property string numberTemplate
