@@ -10,27 +10,46 @@ PlainControl {
     implicitHeight: 20
     /// The state of the matched deployment, shown as a small dot; empty: none.
     property string deploy: ""
+    readonly property int symbolSize: 13
 
     contentItem: Item {
         SymbolIcon {
             anchors.centerIn: parent
             name: "arrow.up.forward.square"
             color: button.theme.primary
-            size: 13
+            size: button.symbolSize
             opacity: button.hovered ? 1 : 0.65
             Behavior on opacity { NumberAnimation { duration: 150; easing.type: Easing.OutQuad } }
         }
-        Rectangle {
+        // The dot is a badge on the square's lower right corner, cut out of
+        // the symbol by a ring of the panel's own colour.
+        Item {
             visible: button.deploy.length > 0
-            anchors.right: parent.right
-            anchors.bottom: parent.bottom
-            width: 6
-            height: 6
-            radius: 3
-            color: button.deploy === "ready" ? button.theme.success
-                 : button.deploy === "failed" ? button.theme.destructive
-                 : button.deploy === "building" ? button.theme.warning
-                 : button.theme.tertiary
+            width: 9
+            height: 9
+            // The symbol is centred: its lower right corner, 3 points in.
+            x: (parent.width + button.symbolSize) / 2 - 3 - width / 2
+            y: (parent.height + button.symbolSize) / 2 - 3 - height / 2
+            Rectangle {
+                anchors.fill: parent
+                radius: width / 2
+                color: button.theme.backdrop
+            }
+            Rectangle {
+                anchors.fill: parent
+                radius: width / 2
+                color: button.theme.backdropOverlay
+            }
+            Rectangle {
+                anchors.centerIn: parent
+                width: 6
+                height: 6
+                radius: 3
+                color: button.deploy === "ready" ? button.theme.success
+                     : button.deploy === "failed" ? button.theme.destructive
+                     : button.deploy === "building" ? button.theme.warning
+                     : button.theme.tertiary
+            }
         }
     }
 }
