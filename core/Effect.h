@@ -70,12 +70,16 @@ struct FetchBatch {
     std::optional<std::string> path;
     /// Present (and true) only while "Yours" is asked for.
     std::optional<bool> yours;
+    /// The Enterprise host all `repos` name; absent for gh's own host.
+    std::optional<std::string> host;
     bool operator==(const FetchBatch&) const = default;
 };
 /// The deploy bots' comments of these pull requests, by node id.
 struct FetchComments {
     std::vector<std::string> ids;
     std::optional<std::string> path;
+    /// The host the pull requests live on, as for `FetchBatch`.
+    std::optional<std::string> host;
     bool operator==(const FetchComments&) const = default;
 };
 /// Answer `rateWaitOver` once the time (ISO 8601, UTC) has come.

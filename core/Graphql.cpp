@@ -63,6 +63,7 @@ constexpr std::string_view repoFields =
     "latestStatus { state environmentUrl } } } }";
 
 std::pair<std::string, std::string> splitSlug(std::string_view slug) {
+    if (hostOf(slug)) slug.remove_prefix(slug.find('/') + 1);
     const auto slash = slug.find('/');
     if (slash == std::string_view::npos) return {std::string(slug), std::string()};
     return {std::string(slug.substr(0, slash)), std::string(slug.substr(slash + 1))};
@@ -173,6 +174,16 @@ std::optional<RepoAnswer> readRepo(const Json& repo) {
 }
 
 }  // namespace
+
+std::optional<std::string> hostOf(std::string_view slug) {
+    const auto first = slug.find('/');
+    if (first == std::string_view::npos || first == 0) return std::nullopt;
+    const auto second = slug.find('/', first + 1);
+    if (second == std::string_view::npos || second == first + 1 || second + 1 == slug.size() ||
+        slug.find('/', second + 1) != std::string_view::npos)
+        return std::nullopt;
+    return std::string(slug.substr(0, first));
+}
 
 std::string batchQuery(std::size_t repoCount, bool withReview, bool withYours) {
     std::string variables;

@@ -37,6 +37,11 @@ std::string serializeExtras(const Extras& extras);
 
 // ---- The batched query ----
 
+/// The host a slug names: "HOST/OWNER/REPO" (three parts, none empty) is a
+/// repository on that host, as gh reads `--repo`; every other slug is on gh's
+/// own host (absent).
+std::optional<std::string> hostOf(std::string_view slug);
+
 /// The text of the query for `repoCount` repositories (aliases r0, r1, ...),
 /// with the search for review requests when `withReview` and the one for the
 /// viewer's own open pull requests when `withYours`. Slugs never appear in it:
@@ -48,6 +53,9 @@ std::string reviewSearch(std::string_view login);
 std::string yoursSearch(std::string_view login);
 /// Arguments after "gh": api graphql, the query and every slug as -f values.
 /// Both searches need the viewer's login; without it neither is asked.
+/// Every repository of one call is on one host, which is not part of the
+/// arguments: gh is pointed at it by its environment (GH_HOST), which also
+/// takes a host with a port.
 std::vector<std::string> batchArguments(const std::vector<std::string>& repos,
                                         const std::optional<std::string>& viewer,
                                         bool withYours = false);

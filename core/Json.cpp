@@ -124,6 +124,8 @@ void fieldsOf(Is<Model> auto& m, auto&& v) {
     v("rateLimitedUntil", m.rateLimitedUntil);
     v("batchCount", m.batchCount);
     v("commentsQueue", m.commentsQueue);
+    v("commentsHost", m.commentsHost);
+    v("batchLimit", m.batchLimit);
     v("notify", m.notify);
     v("notifyNew", m.notifyNew);
     v("notifyChecks", m.notifyChecks);
@@ -207,6 +209,7 @@ void fieldsOf(Is<msg::BatchFetched> auto& m, auto&& v) {
     v("repos", m.repos);
     v("output", m.output);
     v("ok", m.ok);
+    v("http", m.http);
 }
 void fieldsOf(Is<msg::CommentsFetched> auto& m, auto&& v) {
     v("output", m.output);
@@ -255,10 +258,12 @@ void fieldsOf(Is<effect::FetchBatch> auto& e, auto&& v) {
     v("viewer", e.viewer);
     v("path", e.path);
     v("yours", e.yours);
+    v("host", e.host);
 }
 void fieldsOf(Is<effect::FetchComments> auto& e, auto&& v) {
     v("ids", e.ids);
     v("path", e.path);
+    v("host", e.host);
 }
 void fieldsOf(Is<effect::WaitUntil> auto& e, auto&& v) { v("until", e.until); }
 void fieldsOf(Is<effect::Notify> auto& e, auto&& v) {

@@ -115,6 +115,10 @@ struct Model {
     std::optional<std::int64_t> batchCount;
     /// Node ids whose comments are still to be asked for, after the query in flight.
     std::optional<std::vector<std::string>> commentsQueue;
+    /// The Enterprise host of the ids in `commentsQueue`, when not gh's own.
+    std::optional<std::string> commentsHost;
+    /// Most repositories in one query, once GitHub gave up on a larger one.
+    std::optional<std::int64_t> batchLimit;
     // ---- Notifications and the tray icon: usable while checks are on, and
     // absent until first switched on. ----
     std::optional<bool> notify;
@@ -156,7 +160,8 @@ struct Model {
     Effects setYours(bool on);
     std::int64_t yoursBlocked() const;
     Effects startBatch();
-    Effects batchFetched(const std::vector<std::string>& slugs, const std::string& output);
+    Effects batchFetched(const std::vector<std::string>& slugs, const std::string& output,
+                         std::optional<std::int64_t> http = std::nullopt);
     Effects commentsFetched(const std::string& output);
     Effects rateWaitOver();
     /// The text after the counts while refreshing waits for the rate limit.

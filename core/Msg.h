@@ -185,6 +185,9 @@ struct BatchFetched {
     std::vector<std::string> repos;
     std::string output;
     bool ok = false;
+    /// The HTTP status gh reported when GitHub's server gave up on the query
+    /// (502 or 504); absent otherwise.
+    std::optional<std::int64_t> http;
     bool operator==(const BatchFetched&) const = default;
 };
 struct CommentsFetched {

@@ -179,6 +179,9 @@ inline constexpr std::size_t prsPerQuery = 50;
 inline constexpr std::int64_t fullCommentsEvery = 10;
 /// At most this many node ids in one query for comments.
 inline constexpr std::size_t maxNodesPerQuery = 100;
+/// Repositories in one batched query once GitHub gave up on a larger one
+/// (HTTP 502 or 504).
+inline constexpr std::size_t reposPerSplitQuery = 10;
 inline constexpr std::string_view reviewGroupName = "Needs your review";
 inline constexpr std::string_view yoursGroupName = "Yours";
 }  // namespace Constants

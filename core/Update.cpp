@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "Formats.h"
+#include "Graphql.h"
 #include "Model.h"
 #include "Text.h"
 
@@ -319,7 +320,7 @@ struct Dispatch {
     Effects operator()(const msg::SetChecks& msg) const { return m.setChecks(msg.on); }
     Effects operator()(const msg::SetYours& msg) const { return m.setYours(msg.on); }
     Effects operator()(const msg::BatchFetched& msg) const {
-        return m.batchFetched(msg.repos, msg.output);
+        return m.batchFetched(msg.repos, msg.output, msg.http);
     }
     Effects operator()(const msg::CommentsFetched& msg) const {
         return m.commentsFetched(msg.output);
@@ -335,7 +336,10 @@ struct Dispatch {
             return {effect::OpenURL{std::string(Constants::repoWebBase) + "pulls", m.selectedApp()}};
         const Repo* repo = m.repo(msg.id);
         if (!repo) return {};
-        return {effect::OpenURL{repoWebAddress(*repo) + "/pulls", m.selectedApp()}};
+        // A repository on another host ("HOST/OWNER/REPO") is at that host.
+        const std::string address =
+            Graphql::hostOf(repo->name) ? "https://" + repo->name : repoWebAddress(*repo);
+        return {effect::OpenURL{address + "/pulls", m.selectedApp()}};
     }
 
     // ---- Notifications and the tray icon ----

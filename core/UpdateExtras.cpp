@@ -4,8 +4,9 @@
 // comment bodies are still asked for), the order of the list is the user's,
 // and a repository's failure never stops the others.
 #include <algorithm>
-#include <set>
+#include <iterator>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 
 #include "Formats.h"
@@ -62,28 +63,51 @@ void attachDeployment(PR& pr, const std::vector<Graphql::Deployment>& deployment
 
 /// Learns the repository's pattern from its rows' comment links, as a plain
 /// fetch does; gives the write of the repos file when it changed.
-Effects learnFromComments(Model& m, Repo& repo) {
+Effects learnFromComments(Model& m, Repo& repo, const std::vector<PR*>& rows) {
     std::vector<std::string> learned;
-    for (const auto& p : m.prs)
-        if (p.repoId == repo.id)
-            if (auto found = Formats::detectPattern(p.commentPreview, p.number))
-                learned.push_back(std::move(*found));
+    for (const PR* p : rows)
+        if (auto found = Formats::detectPattern(p->commentPreview, p->number))
+            learned.push_back(std::move(*found));
     return m.learnPattern(repo, learned);
 }
+
+/// The watched repositories by slug, each slug's copies in the order of the
+/// list (a hand-edited file may name one twice). Built once per answer, so an
+/// answer costs the same for each repository however long the list is.
+class ReposBySlug {
+public:
+    explicit ReposBySlug(std::vector<Repo>& repos) {
+        index_.reserve(repos.size());
+        for (auto& r : repos) index_[r.name].push_back(&r);
+    }
+    /// The copy that is loading, else the first; null when none is watched.
+    Repo* find(std::string_view slug) const {
+        const auto it = index_.find(slug);
+        if (it == index_.end()) return nullptr;
+        for (Repo* r : it->second)
+            if (r->state == RepoState::loading) return r;
+        return it->second.front();
+    }
+
+private:
+    std::unordered_map<std::string_view, std::vector<Repo*>> index_;
+};
 
 /// The next query for comment bodies, if any ids wait.
 Effects nextComments(Model& m) {
     if (!m.commentsQueue || m.commentsQueue->empty()) {
         m.commentsQueue.reset();
+        m.commentsHost.reset();
         return {};
     }
     auto& queue = *m.commentsQueue;
     const auto take = std::min(queue.size(), Constants::maxNodesPerQuery);
     std::vector<std::string> ids(queue.begin(), queue.begin() + static_cast<std::ptrdiff_t>(take));
     queue.erase(queue.begin(), queue.begin() + static_cast<std::ptrdiff_t>(take));
-    if (queue.empty()) m.commentsQueue.reset();
+    const auto host = m.commentsHost;
+    if (queue.empty()) m.commentsQueue.reset(), m.commentsHost.reset();
     m.fetchInFlight = true;
-    return {effect::FetchComments{std::move(ids), m.path}};
+    return {effect::FetchComments{std::move(ids), m.path, host}};
 }
 
 /// The rows of a search's answer under the group `groupId`. A pull request of
@@ -152,6 +176,8 @@ Effects Model::setChecks(bool on) {
         rateLimitedUntil.reset();
         batchCount.reset();
         commentsQueue.reset();
+        commentsHost.reset();
+        batchLimit.reset();
         for (auto& p : prs) {
             p.checks.reset();
             p.review.reset();
@@ -194,21 +220,31 @@ std::int64_t Model::yoursBlocked() const {
 
 Effects Model::startBatch() {
     if (!pathResolved || fetchInFlight || rateLimitedUntil) return {};
+    // One call per host, one host after the other in the order of the list:
+    // the first queued repository decides the host, and the queued ones on
+    // the same host come along, up to the limit once GitHub gave up on more.
+    const auto first = std::find_if(repos.begin(), repos.end(),
+                                    [](const Repo& r) { return r.state == RepoState::queued; });
+    if (first == repos.end()) return {};
+    const auto host = Graphql::hostOf(first->name);
+    const std::size_t limit =
+        batchLimit ? static_cast<std::size_t>(std::max<std::int64_t>(*batchLimit, 1)) : repos.size();
     std::vector<std::string> names;
-    for (auto& r : repos) {
-        if (r.state != RepoState::queued) continue;
-        r.state = RepoState::loading;
-        names.push_back(r.name);
+    for (auto r = first; r != repos.end() && names.size() < limit; ++r) {
+        if (r->state != RepoState::queued || Graphql::hostOf(r->name) != host) continue;
+        r->state = RepoState::loading;
+        names.push_back(r->name);
     }
-    if (names.empty()) return {};
     fetchInFlight = true;
-    // The searches need the login, which the first answer brings.
+    // The login and its searches are gh's own host's: another host's pull
+    // requests waiting for review are not asked for.
     const std::optional<bool> withYours =
-        yoursOn() && viewer ? std::optional<bool>(true) : std::nullopt;
-    return {effect::FetchBatch{std::move(names), viewer, path, withYours}};
+        !host && yoursOn() && viewer ? std::optional<bool>(true) : std::nullopt;
+    return {effect::FetchBatch{std::move(names), host ? std::nullopt : viewer, path, withYours, host}};
 }
 
-Effects Model::batchFetched(const std::vector<std::string>& slugs, const std::string& output) {
+Effects Model::batchFetched(const std::vector<std::string>& slugs, const std::string& output,
+                            std::optional<std::int64_t> http) {
     fetchInFlight = false;
     if (!checksOn()) {
         // Switched off while the query ran: the plain fetch takes over.
@@ -216,58 +252,78 @@ Effects Model::batchFetched(const std::vector<std::string>& slugs, const std::st
             if (r.state == RepoState::loading) r.state = RepoState::queued;
         return finish(*this, {});
     }
+    const ReposBySlug named(repos);
+    const auto loadingNamed = [&](const std::string& slug) { return named.find(slug); };
+    const bool gaveUp = http && (*http == 502 || *http == 504);
+    if (gaveUp && slugs.size() > Constants::reposPerSplitQuery) {
+        // GitHub's server gave up on a query this large: the same
+        // repositories go again, a few to a call, from now on.
+        for (const auto& slug : slugs)
+            if (Repo* r = loadingNamed(slug); r && r->state == RepoState::loading) r->state = RepoState::queued;
+        batchLimit = static_cast<std::int64_t>(Constants::reposPerSplitQuery);
+        return finish(*this, {});
+    }
+
     const Graphql::BatchAnswer answer = Graphql::parseBatch(output, slugs.size());
+    const std::optional<std::string> host = slugs.empty() ? std::nullopt : Graphql::hostOf(slugs.front());
     Effects effects;
 
-    const auto loadingNamed = [&](const std::string& slug) -> Repo* {
-        Repo* any = nullptr;
-        for (auto& r : repos) {
-            if (r.name != slug) continue;
-            if (r.state == RepoState::loading) return &r;
-            if (!any) any = &r;
-        }
-        return any;
-    };
-
-    if (!answer.readable || (answer.rateLimited && answer.repos.end() ==
-                                 std::find_if(answer.repos.begin(), answer.repos.end(),
-                                              [](const auto& r) { return r.has_value(); }))) {
+    if (gaveUp || !answer.readable ||
+        (answer.rateLimited && std::none_of(answer.repos.begin(), answer.repos.end(),
+                                            [](const auto& r) { return r.has_value(); }))) {
         // Nothing usable came back: the old rows stay, as when gh cannot be
         // run at all. A refusal for the rate limit is no repository's fault.
         for (const auto& slug : slugs)
             if (Repo* r = loadingNamed(slug); r && r->state == RepoState::loading) {
                 r->state = RepoState::ok;
-                r->failed = !answer.rateLimited;
+                r->failed = !answer.rateLimited || gaveUp;
             }
-        if (answer.rateLimited) {
+        if (answer.rateLimited && !gaveUp) {
             rateLimitedUntil = answer.rateLimit ? answer.rateLimit->resetAt : std::string();
             effects.push_back(effect::WaitUntil{*rateLimitedUntil});
         }
         return finish(*this, std::move(effects));
     }
 
-    if (answer.viewer) viewer = answer.viewer;
-    batchCount = batchCount.value_or(0) + 1;
-    const bool allComments = (*batchCount - 1) % Constants::fullCommentsEvery == 0;
+    // The login and the review search belong to gh's own host.
+    if (!host && answer.viewer) viewer = answer.viewer;
+    // A refresh may take several calls (hosts, a split): they all count as
+    // the same refresh for the comments.
+    const std::int64_t refreshesDone = batchCount.value_or(0);
+    const bool allComments = refreshesDone % Constants::fullCommentsEvery == 0;
 
-    std::unordered_map<std::int64_t, const PR*> before;
-    const std::vector<PR> old = prs;
-    for (const auto& p : old) before.emplace(p.id, &p);
-
-    std::vector<std::string> needComments;
-    std::vector<std::string> answered, failed;
+    // The repositories this answer is for, each answer's entry beside it.
+    std::vector<std::pair<Repo*, std::size_t>> answered;
+    std::unordered_set<std::int64_t> replaced;
+    // What the announcer compares: the repositories answered and those that failed.
+    std::vector<std::string> answeredSlugs, failedSlugs;
     for (std::size_t i = 0; i < slugs.size(); ++i) {
         Repo* repo = loadingNamed(slugs[i]);
         if (!repo) continue;  // removed while the query ran
-        std::erase_if(prs, [&](const PR& p) { return p.repoId == repo->id; });
+        // A slug listed twice in one call fills its second copy next time.
+        if (repo->state == RepoState::loading) repo->state = RepoState::ok;
+        answered.emplace_back(repo, i);
+        replaced.insert(repo->id);
+    }
+    // Their old rows leave the list in one pass, kept aside to compare.
+    const auto kept = std::stable_partition(prs.begin(), prs.end(),
+                                            [&](const PR& p) { return !replaced.count(p.repoId); });
+    std::vector<PR> old(std::make_move_iterator(kept), std::make_move_iterator(prs.end()));
+    prs.erase(kept, prs.end());
+    std::unordered_map<std::int64_t, const PR*> before;
+    before.reserve(old.size());
+    for (const auto& p : old) before.emplace(p.id, &p);
+
+    std::vector<std::string> needComments;
+    for (const auto& [repo, i] : answered) {
         repo->state = RepoState::ok;
         if (!answer.repos[i]) {
             repo->failed = true;
             repo->count = 0;
-            failed.push_back(slugs[i]);
+            failedSlugs.push_back(slugs[i]);
             continue;
         }
-        answered.push_back(slugs[i]);
+        answeredSlugs.push_back(slugs[i]);
         const auto& got = *answer.repos[i];
         for (const auto& row : got.prs) {
             PR pr = makeRow(row, *repo, prId(repo->id, row.number));
@@ -285,20 +341,23 @@ Effects Model::batchFetched(const std::vector<std::string>& slugs, const std::st
         repo->count = static_cast<std::int64_t>(got.prs.size());
     }
 
-    if (answer.review) {
-        reviewPrs = searchRows(*this, *answer.review, reviewGroupId);
-    } else if (!viewer) {
-        reviewPrs.reset();
-    }
-    if (answer.yours && yoursOn()) {
-        std::vector<PR> mine = searchRows(*this, *answer.yours, yoursGroupId);
-        orderYours(mine);
-        yourPrs = std::move(mine);
-    } else if (!viewer || !yoursOn()) {
-        yourPrs.reset();
+    // Another host's answer leaves the searches' groups as they are.
+    if (!host) {
+        if (answer.review) {
+            reviewPrs = searchRows(*this, *answer.review, reviewGroupId);
+        } else if (!viewer) {
+            reviewPrs.reset();
+        }
+        if (answer.yours && yoursOn()) {
+            std::vector<PR> mine = searchRows(*this, *answer.yours, yoursGroupId);
+            orderYours(mine);
+            yourPrs = std::move(mine);
+        } else if (!viewer || !yoursOn()) {
+            yourPrs.reset();
+        }
     }
 
-    append(effects, announce(answered, failed, answer.review.has_value()));
+    append(effects, announce(answeredSlugs, failedSlugs, answer.review.has_value()));
 
     if (answer.rateLimit && answer.rateLimit->limit > 0 &&
         answer.rateLimit->remaining * 10 < answer.rateLimit->limit) {
@@ -308,8 +367,14 @@ Effects Model::batchFetched(const std::vector<std::string>& slugs, const std::st
         effects.push_back(effect::WaitUntil{*rateLimitedUntil});
     }
 
+    if (std::none_of(repos.begin(), repos.end(), [](const Repo& r) {
+            return r.state == RepoState::queued || r.state == RepoState::loading;
+        }))
+        batchCount = refreshesDone + 1;
+
     if (!needComments.empty()) {
         commentsQueue = std::move(needComments);
+        commentsHost = host;
         append(effects, nextComments(*this));
         return effects;
     }
@@ -321,19 +386,24 @@ Effects Model::commentsFetched(const std::string& output) {
     Effects effects;
     if (checksOn()) {
         const auto previews = Graphql::parseComments(output);
-        std::set<std::int64_t> touched;
+        std::unordered_map<std::int64_t, std::vector<PR*>> touched;
         for (auto& p : prs) {
             if (!p.nodeId) continue;
             const auto found = previews.find(*p.nodeId);
             if (found == previews.end()) continue;  // not answered: the old link stays
             p.commentPreview = found->second;
-            touched.insert(p.repoId);
+            touched[p.repoId];
         }
-        for (auto& r : repos) {
-            if (!touched.count(r.id)) continue;
-            append(effects, learnFromComments(*this, r));
+        if (!touched.empty()) {
             for (auto& p : prs)
-                if (p.repoId == r.id) p.resolvePreview(r);
+                if (const auto group = touched.find(p.repoId); group != touched.end())
+                    group->second.push_back(&p);
+            for (auto& r : repos) {
+                const auto group = touched.find(r.id);
+                if (group == touched.end()) continue;
+                append(effects, learnFromComments(*this, r, group->second));
+                for (PR* p : group->second) p->resolvePreview(r);
+            }
         }
         sharePreviews(*this, reviewPrs);
         sharePreviews(*this, yourPrs);
@@ -341,6 +411,7 @@ Effects Model::commentsFetched(const std::string& output) {
         if (fetchInFlight) return effects;
     } else {
         commentsQueue.reset();
+        commentsHost.reset();
     }
     return finish(*this, std::move(effects));
 }

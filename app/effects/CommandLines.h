@@ -14,9 +14,20 @@ namespace velmar::CommandLines {
 inline constexpr std::string_view pullRequests =
     R"SCRIPT(printf "%s\n" "$1"; gh pr list --repo "$1" --state open --limit 50 --json number,title,author,headRefName,isDraft,url,comments --jq '.[] | [.number, .title, .author.login, .headRefName, (.isDraft|tostring), .url, ([.comments[] | select((.author.login // "") | test("^(railway|vercel|netlify)")) | .body] | join("\u001e") | @base64)] | @tsv')SCRIPT";
 
-/// gh with the positional parameters as its arguments: the batched query,
-/// whose slugs, login and ids are all separate arguments.
-inline constexpr std::string_view ghWithArguments = R"(gh "$@")";
+/// gh with the positional parameters after the first as its arguments: the
+/// batched query and the comments, whose slugs, login and ids are all separate
+/// arguments. The first is the host to ask (GH_HOST), empty for gh's own.
+inline constexpr std::string_view ghOnHost =
+    R"SCRIPT(h=$1; shift; if [ -n "$h" ]; then GH_HOST=$h; export GH_HOST; fi; gh "$@")SCRIPT";
+
+/// The same for the batched query, which also tells a query GitHub's server
+/// gave up on (gh says "HTTP 502" or "HTTP 504" on standard error) by its
+/// exit status; standard output is gh's alone.
+inline constexpr std::string_view ghBatch =
+    R"SCRIPT(h=$1; shift; if [ -n "$h" ]; then GH_HOST=$h; export GH_HOST; fi; exec 3>&1; e=$(gh "$@" 2>&1 >&3 3>&-); s=$?; exec 3>&-; case $e in *"HTTP 502"*) exit 102;; *"HTTP 504"*) exit 104;; esac; exit $s)SCRIPT";
+/// The exit statuses of `ghBatch` for HTTP 502 and 504.
+inline constexpr int batchBadGateway = 102;
+inline constexpr int batchGatewayTimeout = 104;
 
 /// The zeroth parameter of the pull-request script.
 inline constexpr std::string_view scriptName = "sh";

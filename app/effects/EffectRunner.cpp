@@ -163,11 +163,12 @@ void EffectRunner::fetchPrs(const effect::FetchPrs& e) {
 
 namespace {
 
-// gh with its arguments as positional parameters: nothing of a slug, a login
-// or a node id is ever part of the script text.
-std::vector<std::string> ghArguments(const std::vector<std::string>& args) {
-    std::vector<std::string> out{"-c", std::string(CommandLines::ghWithArguments),
-                                 std::string(CommandLines::scriptName)};
+// gh on `host` with its arguments as positional parameters: nothing of a
+// host, a slug, a login or a node id is ever part of the script text.
+std::vector<std::string> ghArguments(std::string_view script, const std::optional<std::string>& host,
+                                     const std::vector<std::string>& args) {
+    std::vector<std::string> out{"-c", std::string(script), std::string(CommandLines::scriptName),
+                                 host.value_or(std::string())};
     out.insert(out.end(), args.begin(), args.end());
     return out;
 }
@@ -177,17 +178,22 @@ std::vector<std::string> ghArguments(const std::vector<std::string>& args) {
 // gh prints the raw JSON and exits 1 when the answer holds any error; the
 // output is read whatever the status, so one missing repository fails alone.
 void EffectRunner::fetchBatch(const effect::FetchBatch& e) {
-    runCommand(ghArguments(Graphql::batchArguments(e.repos, e.viewer, e.yours.value_or(false))), e.path, true,
+    runCommand(ghArguments(CommandLines::ghBatch, e.host,
+                           Graphql::batchArguments(e.repos, e.viewer, e.yours.value_or(false))),
+               e.path, true,
                [repos = e.repos](const std::optional<Subprocess::Result>& result) -> Msg {
                    if (!result)
                        return msg::BatchFetched{repos, std::string(), false};
-                   return msg::BatchFetched{repos, result->stdout, result->status == 0};
+                   std::optional<std::int64_t> http;
+                   if (result->status == CommandLines::batchBadGateway) http = 502;
+                   if (result->status == CommandLines::batchGatewayTimeout) http = 504;
+                   return msg::BatchFetched{repos, result->stdout, result->status == 0, http};
                },
                msg::BatchFetched{e.repos, std::string(), false});
 }
 
 void EffectRunner::fetchComments(const effect::FetchComments& e) {
-    runCommand(ghArguments(Graphql::commentsArguments(e.ids)), e.path, true,
+    runCommand(ghArguments(CommandLines::ghOnHost, e.host, Graphql::commentsArguments(e.ids)), e.path, true,
                [](const std::optional<Subprocess::Result>& result) -> Msg {
                    if (!result)
                        return msg::CommentsFetched{std::string(), false};

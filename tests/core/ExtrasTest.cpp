@@ -351,6 +351,170 @@ TEST(extras_queue, more_than_a_hundred_ids_go_in_several_queries) {
     EXPECT_FALSE(m.fetchInFlight);
 }
 
+/// `count` watched repositories "o/r0", "o/r1", ..., switched on, nothing fetched yet.
+Model watching(int count) {
+    Model m = switchedOn();
+    m.repos.clear();
+    for (int i = 0; i < count; ++i)
+        m.repos.push_back(Repo{i + 1, "o/r" + std::to_string(i), "", RepoState::queued, 0, false, ""});
+    m.nextRepoId = count + 1;
+    return m;
+}
+
+std::vector<std::string> slugs(int from, int to) {
+    std::vector<std::string> out;
+    for (int i = from; i < to; ++i) out.push_back("o/r" + std::to_string(i));
+    return out;
+}
+
+/// An answer with no pull requests for each of `count` aliases, `failing` null.
+std::string emptyAnswer(std::size_t count, std::optional<std::size_t> failing = std::nullopt) {
+    Json data{{"rateLimit", rate()}};
+    for (std::size_t i = 0; i < count; ++i)
+        data["r" + std::to_string(i)] = i == failing ? Json(nullptr) : repoNode(Json::array());
+    return answer(data);
+}
+
+TEST(extras_queue, a_query_github_gave_up_on_goes_again_ten_repositories_a_call) {
+    Model m = watching(23);
+    auto effects = m.refresh();
+    ASSERT_EQ(effects.size(), 2u);
+    EXPECT_EQ(std::get<effect::FetchBatch>(effects[1]).repos, slugs(0, 23));
+
+    // HTTP 502: nobody failed, the first ten of the list go again.
+    effects = m.apply(msg::BatchFetched{slugs(0, 23), "<html>Unicorn!</html>", false, 502});
+    EXPECT_EQ(effects, (Effects{effect::FetchBatch{slugs(0, 10), std::nullopt, kPath}}));
+    EXPECT_EQ(m.batchLimit, 10);
+    EXPECT_TRUE(std::none_of(m.repos.begin(), m.repos.end(), [](const Repo& r) { return r.failed; }));
+    EXPECT_TRUE(m.fetchInFlight);
+    EXPECT_EQ(m.flash, std::string(Flash::loading));
+
+    // One repository's failure stays its own; the next ten follow.
+    effects = m.batchFetched(slugs(0, 10), emptyAnswer(10, 3));
+    EXPECT_EQ(effects, (Effects{effect::FetchBatch{slugs(10, 20), std::nullopt, kPath}}));
+    EXPECT_TRUE(m.repos[3].failed);
+    EXPECT_FALSE(m.repos[4].failed);
+
+    // A refresh now sends nothing while the call runs, and is not lost: the
+    // ten already answered go again, and in the order of the list they come
+    // before the three that still wait.
+    EXPECT_EQ(m.refresh(), (Effects{effect::GhPreflight{kPath}}));
+    effects = m.batchFetched(slugs(10, 20), emptyAnswer(10));
+    EXPECT_EQ(effects, (Effects{effect::FetchBatch{slugs(0, 10), std::nullopt, kPath}}));
+    effects = m.batchFetched(slugs(0, 10), emptyAnswer(10));
+    EXPECT_EQ(effects, (Effects{effect::FetchBatch{slugs(20, 23), std::nullopt, kPath}}));
+    EXPECT_FALSE(m.repos[3].failed);
+    EXPECT_EQ(m.batchCount, std::nullopt) << "one refresh, however many calls";
+    EXPECT_TRUE(m.batchFetched(slugs(20, 23), emptyAnswer(3)).empty());
+    EXPECT_EQ(m.batchCount, 1);
+    EXPECT_FALSE(m.isRefreshing());
+    EXPECT_FALSE(m.flash);
+
+    // Later refreshes keep to ten a call; turning the switch off forgets it.
+    effects = m.refresh();
+    EXPECT_EQ(std::get<effect::FetchBatch>(effects[1]).repos, slugs(0, 10));
+    m.apply(msg::SetChecks{false});
+    EXPECT_EQ(m.batchLimit, std::nullopt);
+}
+
+TEST(extras_queue, only_a_large_query_that_github_gave_up_on_is_split) {
+    const struct {
+        const char* name;
+        int repos;
+        std::optional<std::int64_t> http;
+        bool split;
+    } rows[] = {
+        {"502 of 23", 23, 502, true},   {"504 of 11", 11, 504, true},
+        {"500 of 23", 23, 500, false},  {"no status, 23", 23, std::nullopt, false},
+        {"502 of 10", 10, 502, false},  {"504 of 1", 1, 504, false},
+    };
+    for (const auto& row : rows) {
+        Model m = watching(row.repos);
+        m.prs = {PR{.id = prId(1, 7), .repoId = 1, .repo = "o/r0", .number = 7}};
+        m.refresh();
+        const auto effects = m.apply(msg::BatchFetched{slugs(0, row.repos), "<html></html>", false, row.http});
+        EXPECT_EQ(m.batchLimit.has_value(), row.split) << row.name;
+        if (row.split) {
+            ASSERT_EQ(effects.size(), 1u) << row.name;
+            EXPECT_EQ(std::get<effect::FetchBatch>(effects[0]).repos, slugs(0, 10)) << row.name;
+        } else {
+            // Not about the size: the repositories asked for fail and keep their rows.
+            EXPECT_TRUE(effects.empty()) << row.name;
+            EXPECT_TRUE(std::all_of(m.repos.begin(), m.repos.end(),
+                                    [](const Repo& r) { return r.failed && r.state == RepoState::ok; }))
+                << row.name;
+            EXPECT_EQ(m.prs.size(), 1u) << row.name;
+            EXPECT_FALSE(m.fetchInFlight) << row.name;
+        }
+    }
+    // A call of ten that GitHub also gives up on fails alone; the rest go on.
+    Model m = watching(15);
+    m.refresh();
+    m.apply(msg::BatchFetched{slugs(0, 15), "", false, 502});
+    const auto effects = m.apply(msg::BatchFetched{slugs(0, 10), "", false, 504});
+    EXPECT_EQ(effects, (Effects{effect::FetchBatch{slugs(10, 15), std::nullopt, kPath}}));
+    EXPECT_TRUE(m.repos[9].failed);
+    EXPECT_FALSE(m.repos[10].failed);
+}
+
+TEST(batch_command, a_host_in_the_slug_points_gh_at_it) {
+    const std::pair<const char*, std::optional<std::string>> hosts[] = {
+        {"acme/web", std::nullopt},         {"ghe.corp/acme/web", "ghe.corp"},
+        {"localhost:8443/a/b", "localhost:8443"}, {"a/b/c/d", std::nullopt},
+        {"/acme/web", std::nullopt},        {"h//web", std::nullopt},
+        {"h/acme/", std::nullopt},          {"solo", std::nullopt},
+        {"acme/web/", std::nullopt},
+    };
+    for (const auto& [slug, host] : hosts) EXPECT_EQ(Graphql::hostOf(slug), host) << slug;
+
+    // The host is not asked for as part of the name: the call goes to it.
+    const auto args = Graphql::batchArguments({"ghe.corp/acme/web", "ghe.corp/x/y"}, std::nullopt);
+    EXPECT_EQ(args, (std::vector<std::string>{"api", "graphql", "-f", "query=" + Graphql::batchQuery(2, false), "-f",
+                                              "o0=acme", "-f", "n0=web", "-f", "o1=x", "-f", "n1=y"}));
+}
+
+TEST(extras_queue, one_query_per_host_one_after_the_other_in_the_order_of_the_list) {
+    Model m = switchedOn();
+    m.repos.clear();
+    m.nextRepoId = 1;
+    for (const char* slug : {"acme/web", "ghe.corp/acme/api", "acme/lib", "ghe.corp/x/y", "other.host/a/b"})
+        m.repos.push_back(Repo{m.nextRepoId++, slug, "", RepoState::queued, 0, false, ""});
+    const auto one = [](std::string login, int number) {
+        return answer(Json{{"viewer", {{"login", login}}}, {"rateLimit", rate()},
+                           {"r0", repoNode(Json::array({prNode(number)}))}, {"r1", repoNode(Json::array())}});
+    };
+    const auto batch = [](std::vector<std::string> repos, std::optional<std::string> viewer,
+                          std::optional<std::string> host) {
+        // "Yours" is asked for with the login, on gh's own host only.
+        const std::optional<bool> yours = !host && viewer ? std::optional<bool>(true) : std::nullopt;
+        return Effect(effect::FetchBatch{std::move(repos), std::move(viewer), kPath, yours, std::move(host)});
+    };
+
+    // Twice: the second refresh asks with the login learned from gh's own host.
+    for (int round = 0; round < 2; ++round) {
+        const auto viewer = round == 0 ? std::nullopt : std::optional<std::string>("ana");
+        const int web = 1 + round * 10, api = 2 + round * 10;  // new pull requests want their comments
+        auto effects = m.refresh();
+        ASSERT_EQ(effects.size(), 2u);
+        EXPECT_EQ(effects[1], batch({"acme/web", "acme/lib"}, viewer, std::nullopt));
+        effects = m.batchFetched({"acme/web", "acme/lib"}, one("ana", web));
+        // Comments go to the host the pull requests live on, before the next host.
+        EXPECT_EQ(effects, (Effects{effect::FetchComments{{"PR_" + std::to_string(web)}, kPath, std::nullopt}}));
+        EXPECT_EQ(m.commentsFetched("{}"), (Effects{batch({"ghe.corp/acme/api", "ghe.corp/x/y"}, std::nullopt,
+                                                         "ghe.corp")}));
+        effects = m.batchFetched({"ghe.corp/acme/api", "ghe.corp/x/y"}, one("ana-at-work", api));
+        EXPECT_EQ(effects, (Effects{effect::FetchComments{{"PR_" + std::to_string(api)}, kPath, "ghe.corp"}}));
+        EXPECT_EQ(m.commentsFetched("{}"), (Effects{batch({"other.host/a/b"}, std::nullopt, "other.host")}));
+        EXPECT_TRUE(m.batchFetched({"other.host/a/b"}, emptyAnswer(1)).empty());
+        EXPECT_EQ(m.viewer, "ana") << "another host's login is not the viewer";
+        EXPECT_FALSE(m.isRefreshing());
+    }
+    EXPECT_EQ(m.batchCount, 2);
+    EXPECT_EQ(m.prs.size(), 2u);
+    EXPECT_EQ(m.prs[1].repo, "ghe.corp/acme/api");
+    EXPECT_EQ(m.apply(msg::OpenRepoPulls{2}), (Effects{effect::OpenURL{"https://ghe.corp/acme/api/pulls", ""}}));
+}
+
 TEST(extras_queue, unusable_answers_and_the_rate_limit) {
     const Json limited = Json::array({{{"type", "RATE_LIMITED"}, {"message", "API rate limit exceeded"}}});
     const struct {

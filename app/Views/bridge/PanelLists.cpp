@@ -119,12 +119,9 @@ std::vector<DiffListModel::Row> browserRows(const Model& model, BrowserIcons& ic
     return out;
 }
 
-std::vector<DiffListModel::Row> repoRows(const Model& model) {
-    std::vector<DiffListModel::Row> out;
-    out.reserve(model.repos.size());
-    for (const Repo& repo : model.repos) {
-        const QString name = q(repo.name);
-        out.push_back(makeRow<RepoRoles>(QString::number(repo.id),
+DiffListModel::Row repoRow(const Repo& repo) {
+    const QString name = q(repo.name);
+    return makeRow<RepoRoles>(QString::number(repo.id),
                               {{RepoRole::repoId, qint64(repo.id)},
                                {RepoRole::name, name},
                                {RepoRole::breakableName, ManageTexts::breakableName(repo.name)},
@@ -133,9 +130,7 @@ std::vector<DiffListModel::Row> repoRows(const Model& model) {
                                {RepoRole::editLabel, QStringLiteral("Edit ") + name},
                                {RepoRole::removeTooltip, QStringLiteral("Stop watching ") + name},
                                {RepoRole::editorPlaceholder, ManageTexts::editorPlaceholder(repo)},
-                               {RepoRole::editorHint, ManageTexts::editorHint(repo)}}));
-    }
-    return out;
+                               {RepoRole::editorHint, ManageTexts::editorHint(repo)}});
 }
 
 std::vector<DiffListModel::Row> suggestionRows(const Model& model) {

@@ -60,7 +60,8 @@ std::vector<DiffListModel::Row> browserRows(const Model& model, BrowserIcons& ic
     X(repoId) X(name) X(breakableName) X(patternKind) X(patternText) X(editLabel)         \
     X(removeTooltip) X(editorPlaceholder) X(editorHint)
 VELMAR_ROLE_TABLE(RepoRole, RepoRoles, VELMAR_REPO_ROLES)
-std::vector<DiffListModel::Row> repoRows(const Model& model);
+/// The row of one watched repository; it depends on its id, name and patterns only.
+DiffListModel::Row repoRow(const Repo& repo);
 
 /// Roles of the add popover's suggestions, as the filter leaves them: `label`
 /// is "Add acme/web" or "Add acme/web, shared".

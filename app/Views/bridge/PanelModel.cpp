@@ -3,6 +3,8 @@
 #include "PanelModel.h"
 
 #include <QTimer>
+#include <algorithm>
+#include <unordered_map>
 
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -10,8 +12,6 @@
 #include "Json.h"
 #include "PanelLists.h"
 #include "Records.h"
-
-#include <algorithm>
 
 namespace velmar::ui {
 
@@ -109,7 +109,26 @@ void PanelModel::updateLists(const Model& model) {
     rows_.update(PanelLists::prRows(model, groups));
     listDrag_.rowsFollowed();
     browsers_.update(PanelLists::browserRows(model, icons_));
-    watchedRepos_.update(PanelLists::repoRows(model));
+    const auto sameRows = [](const Repo& a, const Repo& b) {
+        return a.id == b.id && a.name == b.name && a.pattern == b.pattern && a.detectedPattern == b.detectedPattern;
+    };
+    if (!std::equal(model.repos.begin(), model.repos.end(), watchedShown_.begin(), watchedShown_.end(), sameRows)) {
+        // Only a repository that changed is made into a row again.
+        std::unordered_map<std::int64_t, std::size_t> shownAt;
+        shownAt.reserve(watchedShown_.size());
+        for (std::size_t i = 0; i < watchedShown_.size(); ++i) shownAt.emplace(watchedShown_[i].id, i);
+        std::vector<DiffListModel::Row> rows;
+        rows.reserve(model.repos.size());
+        for (const Repo& repo : model.repos) {
+            const auto at = shownAt.find(repo.id);
+            rows.push_back(at != shownAt.end() && sameRows(watchedShown_[at->second], repo)
+                               ? watchedRows_[at->second]
+                               : PanelLists::repoRow(repo));
+        }
+        watchedRows_ = rows;  // the values are shared, not copied
+        watchedRepos_.update(std::move(rows));
+        watchedShown_ = model.repos;
+    }
     manageDrag_.rowsFollowed();
     suggestions_.update(PanelLists::suggestionRows(model));
     browserSwitches_.update(PanelLists::browserSwitchRows(model, icons_));

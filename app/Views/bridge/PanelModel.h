@@ -115,6 +115,11 @@ private:
     RepoDragTracker listDrag_;
     RepoDragTracker manageDrag_;
     DiffListModel watchedRepos_;
+    /// What the settings rows were last made of, and those rows: an answer
+    /// changes a repository's state, at most its learned pattern, and a long
+    /// watch list is not made into rows again for that.
+    std::vector<Repo> watchedShown_;
+    std::vector<DiffListModel::Row> watchedRows_;
     DiffListModel suggestions_;
     DiffListModel browserSwitches_;
 };

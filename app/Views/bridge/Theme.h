@@ -20,6 +20,12 @@ enum class Scheme { light, dark };
 
 /// The accent: sRGB 9,105,218 in light scheme, 68,147,248 in dark.
 QColor accent(Scheme scheme);
+/// The accent behind white text (filled pills, the default button): in dark
+/// scheme a deeper shade, since white on the bright accent reads at 3:1.
+QColor accentFill(Scheme scheme);
+/// Link text on the backdrop: in light scheme a deeper shade of the accent,
+/// which on the grey backdrop stays under 4.5:1.
+QColor linkText(Scheme scheme);
 /// Dark amber for warning marks on light backgrounds, where orange is too weak.
 QColor warningEmphasis();
 QColor destructive(Scheme scheme);
@@ -32,8 +38,8 @@ QColor success(Scheme scheme);
 enum class Level { primary, secondary, tertiary, quaternary, quinary };
 
 /// The label colour at `level`: black in light scheme, white in dark, with
-/// falling opacity.
-QColor foreground(Level level, Scheme scheme);
+/// falling opacity; stronger under increased contrast.
+QColor foreground(Level level, Scheme scheme, bool increasedContrast = false);
 /// The fill colour at `level`, used behind hovered controls.
 QColor fill(Level level, Scheme scheme);
 
@@ -93,6 +99,10 @@ class Theme : public QObject {
     Q_PROPERTY(QColor accent READ accentColor NOTIFY changed)
     /// The accent, or the platform highlight under increased contrast.
     Q_PROPERTY(QColor tint READ tint NOTIFY changed)
+    /// Behind white text: the default button's face.
+    Q_PROPERTY(QColor tintFill READ tintFill NOTIFY changed)
+    /// Text that opens a link: pull request numbers, "more on GitHub", link buttons.
+    Q_PROPERTY(QColor link READ link NOTIFY changed)
     Q_PROPERTY(QColor primary READ primary NOTIFY changed)
     Q_PROPERTY(QColor secondary READ secondary NOTIFY changed)
     Q_PROPERTY(QColor tertiary READ tertiary NOTIFY changed)
@@ -135,11 +145,13 @@ public:
     bool increasedContrast() const { return contrast_; }
     QColor accentColor() const { return accent(scheme_); }
     QColor tint() const;
-    QColor primary() const { return foreground(Level::primary, scheme_); }
-    QColor secondary() const { return foreground(Level::secondary, scheme_); }
-    QColor tertiary() const { return foreground(Level::tertiary, scheme_); }
-    QColor quaternary() const { return foreground(Level::quaternary, scheme_); }
-    QColor quinary() const { return foreground(Level::quinary, scheme_); }
+    QColor tintFill() const;
+    QColor link() const;
+    QColor primary() const { return foreground(Level::primary, scheme_, contrast_); }
+    QColor secondary() const { return foreground(Level::secondary, scheme_, contrast_); }
+    QColor tertiary() const { return foreground(Level::tertiary, scheme_, contrast_); }
+    QColor quaternary() const { return foreground(Level::quaternary, scheme_, contrast_); }
+    QColor quinary() const { return foreground(Level::quinary, scheme_, contrast_); }
     QColor quaternaryFill() const { return fill(Level::quaternary, scheme_); }
     QColor tertiaryFill() const { return fill(Level::tertiary, scheme_); }
     QColor backdropBase() const { return backdrop(scheme_, material_).base; }

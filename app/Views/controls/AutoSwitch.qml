@@ -2,7 +2,7 @@
 // the opposite on a click, so the model stays the only truth.
 import QtQuick
 
-PlainButton {
+PlainControl {
     id: control
     property bool on: false
     property bool showsTitle: true
@@ -13,7 +13,8 @@ PlainButton {
     implicitHeight: 20
     focusRadius: 8
 
-    Accessible.role: Accessible.CheckBox
+    accessibleRole: Accessible.CheckBox
+    readonly property bool checked: on
     Accessible.checkable: true
     Accessible.checked: on
     Accessible.onToggleAction: control.clicked()
@@ -36,7 +37,9 @@ PlainButton {
             width: 24
             height: 14
             radius: height / 2
-            color: control.on ? control.theme.tint : control.theme.tertiaryFill
+            // Off, the track is a foreground level rather than a faint fill,
+            // so it stands out from the panel at 3:1 or more.
+            color: control.on ? control.theme.tint : control.theme.tertiary
             Behavior on color { ColorAnimation { duration: 120 } }
             Rectangle {
                 width: track.height - 2

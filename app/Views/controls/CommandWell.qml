@@ -1,20 +1,30 @@
 // A shell command to run, in a small well the user can select from, with a
-// button that copies it.
+// button that copies it. The button stands beside the well when both fit the
+// width it is given, else under it, and a command wider than that wraps.
 import QtQuick
+import QtQuick.Layouts
 import Velmar.Views
 
-Row {
+GridLayout {
     id: well
     required property PanelModel panel
     required property Theme theme
     required property string command
 
-    spacing: 8
+    // The room is the width of what holds it, never its own, which follows
+    // the choice; with no room known it takes one line.
+    readonly property real room: parent ? parent.width : 0
+    readonly property bool fits: room <= 0 || box.implicitWidth + columnSpacing + copy.implicitWidth <= room
+    columns: fits ? 2 : 1
+    columnSpacing: 8
+    rowSpacing: 6
 
     Item {
-        anchors.verticalCenter: parent.verticalCenter
-        width: text.implicitWidth + 16
-        height: text.implicitHeight + 6
+        id: box
+        Layout.alignment: Qt.AlignVCenter
+        Layout.maximumWidth: well.room > 0 ? well.room : implicitWidth
+        implicitWidth: text.implicitWidth + 16
+        implicitHeight: text.height + 6
         Rectangle {
             anchors.fill: parent
             radius: 5
@@ -30,9 +40,12 @@ Row {
         }
         TextEdit {
             id: text
-            anchors.centerIn: parent
+            x: 8
+            anchors.verticalCenter: parent.verticalCenter
+            width: box.width - 16
             text: well.command
             textFormat: TextEdit.PlainText
+            wrapMode: TextEdit.Wrap
             readOnly: true
             selectByMouse: true
             color: well.theme.primary
@@ -45,7 +58,8 @@ Row {
         }
     }
     PushButton {
-        anchors.verticalCenter: parent.verticalCenter
+        id: copy
+        Layout.alignment: Qt.AlignVCenter | Qt.AlignLeft
         theme: well.theme
         small: true
         text: "Copy"

@@ -17,6 +17,14 @@ T.AbstractButton {
     /// Right click (at the pointer) or the menu key and Shift+F10 (under the control).
     signal menuRequested(real x, real y)
 
+    // A press or a menu puts the tooltip away until the pointer leaves, so
+    // it never lies over the popover or menu the control opened.
+    property bool tipDismissed: false
+    onPressed: tipDismissed = true
+    onClicked: tipDismissed = true
+    onMenuRequested: tipDismissed = true
+    onHoveredChanged: if (!hovered) tipDismissed = false
+
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     hoverEnabled: true
@@ -40,7 +48,7 @@ T.AbstractButton {
     }
 
     ToolTip.text: tooltip
-    ToolTip.visible: hovered && tooltip.length > 0
+    ToolTip.visible: hovered && !tipDismissed && tooltip.length > 0
     ToolTip.delay: 700
 
     HoverHandler {
@@ -53,9 +61,10 @@ T.AbstractButton {
 
     FocusRing {
         anchors.fill: parent
-        anchors.margins: -2
+        // The ring and its inner line both lie outside the control.
+        anchors.margins: -3
         target: control
         theme: control.theme
-        radius: control.focusRadius
+        radius: control.focusRadius + 1
     }
 }

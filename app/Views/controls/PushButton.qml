@@ -9,7 +9,7 @@ PlainButton {
     property bool linkStyle: false
     property bool small: false
     property int textSize: small ? theme.caption : theme.body
-    property color textColor: prominent ? "white" : (linkStyle ? theme.tint : theme.primary)
+    property color textColor: prominent ? "white" : (linkStyle ? theme.link : theme.primary)
 
     link: linkStyle
     implicitWidth: label.implicitWidth + (linkStyle ? 0 : (small ? 14 : 22))
@@ -19,7 +19,7 @@ PlainButton {
     background: Rectangle {
         visible: !button.linkStyle
         radius: button.small ? 5 : 6
-        color: button.prominent ? button.theme.tint : button.theme.quaternaryFill
+        color: button.prominent ? button.theme.tintFill : button.theme.quaternaryFill
         border.width: button.prominent ? 0 : 0.5
         border.color: button.theme.tertiary
         Rectangle {

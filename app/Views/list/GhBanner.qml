@@ -52,7 +52,7 @@ Item {
             Layout.alignment: banner.narrow ? Qt.AlignTop : Qt.AlignVCenter
             Layout.topMargin: banner.narrow ? 2 : 0
             name: "exclamationmark.triangle.fill"
-            color: banner.theme.warning
+            color: banner.theme.dark ? banner.theme.warning : banner.theme.warningEmphasis
             size: banner.theme.callout
         }
         ColumnLayout {

@@ -12,7 +12,7 @@ Item {
 
     implicitHeight: 24
 
-    PlainButton {
+    PlainControl {
         id: button
         x: 14 + 20
         anchors.verticalCenter: parent.verticalCenter
@@ -23,7 +23,7 @@ Item {
         onClicked: row.panel.send({ msg: "open_repo_pulls", id: row.repoId })
         contentItem: Text {
             text: button.text
-            color: button.theme.tint
+            color: button.theme.link
             font.pixelSize: button.theme.callout
             font.underline: button.hovered
             Accessible.ignored: true

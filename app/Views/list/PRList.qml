@@ -8,6 +8,7 @@ import QtQuick
 import Velmar.Views
 import QtQuick.Controls
 import Qt.labs.qmlmodels
+import Velmar.Views
 
 ListView {
     id: list
@@ -42,6 +43,10 @@ ListView {
     Accessible.name: "Pull requests"
 
     ScrollBar.vertical: ScrollBar { policy: ScrollBar.AsNeeded }
+
+    // Tab and a screen reader follow the rows as drawn: each heading, then
+    // its group's rows, whatever order the delegates were made in.
+    ScreenOrder { container: list.contentItem }
 
     // The drag watches the pointer only while the list is on screen.
     Binding {

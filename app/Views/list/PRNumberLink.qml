@@ -3,7 +3,7 @@
 // visible number is underlined while the core says the row is hovered.
 import QtQuick
 
-PlainButton {
+PlainControl {
     id: link
     property string numberText
     property string numberTemplate
@@ -27,7 +27,7 @@ PlainButton {
             anchors.verticalCenter: parent.verticalCenter
             text: link.numberText
             textFormat: Text.PlainText
-            color: link.theme.increasedContrast ? link.theme.primary : link.theme.tint
+            color: link.theme.link
             font.pixelSize: link.theme.body
             font.weight: Font.Medium
             font.underline: link.underlined

@@ -62,6 +62,7 @@ FormSection {
             }
         }
         CommandWell {
+            Layout.fillWidth: true
             visible: section.panel.ghSignedOut
             panel: section.panel
             theme: section.theme

@@ -9,15 +9,18 @@ Item {
     required property PanelModel panel
     required property Theme theme
 
-    // The short title's width, so the choice of title never feeds back into the width offered.
-    implicitWidth: panel.brewInstalled ? brew.implicitWidth : shortTitle.advanceWidth + 22
+    // The short title's width, so the choice of title never feeds back into
+    // the width offered; the command takes whatever width it is given.
+    implicitWidth: panel.brewInstalled ? 0 : shortTitle.advanceWidth + 22
     implicitHeight: panel.brewInstalled ? brew.implicitHeight : page.implicitHeight
 
     Column {
         id: brew
+        width: guidance.width
         visible: guidance.panel.brewInstalled
         spacing: 6
         CommandWell {
+            width: guidance.width
             panel: guidance.panel
             theme: guidance.theme
             command: guidance.panel.brewInstallCommand

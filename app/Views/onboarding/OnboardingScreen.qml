@@ -121,6 +121,7 @@ Flickable {
                     muted: !screen.installed
                     title: "You're signed in to GitHub"
                     CommandWell {
+                        Layout.fillWidth: true
                         visible: screen.panel.ghSignedOut
                         panel: screen.panel
                         theme: screen.theme
@@ -133,8 +134,8 @@ Flickable {
         // What the re-checking is doing right now.
         Item {
             Layout.alignment: Qt.AlignHCenter
-            implicitWidth: checking.visible ? checking.implicitWidth : recheck.implicitWidth
-            implicitHeight: screen.signedIn ? 0 : Math.max(checking.implicitHeight, recheck.implicitHeight)
+            implicitWidth: checking.visible ? checking.implicitWidth : recheck.width
+            implicitHeight: screen.signedIn ? 0 : Math.max(checking.implicitHeight, recheck.height)
             visible: !screen.signedIn
             Row {
                 id: checking
@@ -158,6 +159,10 @@ Flickable {
             Text {
                 id: recheck
                 visible: screen.panel.ghMissing || screen.panel.ghSignedOut
+                // Wraps in the narrowest panel rather than run past its edge.
+                width: Math.min(implicitWidth, content.width)
+                wrapMode: Text.Wrap
+                horizontalAlignment: Text.AlignHCenter
                 text: "Re-checking every few seconds."
                 color: screen.theme.secondary
                 font.pixelSize: screen.theme.callout

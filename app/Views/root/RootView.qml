@@ -8,9 +8,26 @@ import QtQuick.Controls
 Item {
     id: root
 
-    // Every tooltip shares one instance; what it shows comes from outside
+    // Every tooltip shares one instance, drawn here in the panel's colours
+    // rather than the style's yellow. What it shows comes from outside
     // (authors, repository names), so it never reads its text as markup.
-    Component.onCompleted: ToolTip.toolTip.contentItem.textFormat = Text.PlainText
+    Component.onCompleted: {
+        const tip = ToolTip.toolTip
+        tip.contentItem.textFormat = Text.PlainText
+        tip.contentItem.color = Qt.binding(() => root.theme.primary)
+        tip.contentItem.font.pixelSize = root.theme.callout
+        tip.background = tipBackground.createObject(root, { theme: root.theme })
+    }
+    Component {
+        id: tipBackground
+        Rectangle {
+            required property Theme theme
+            radius: 5
+            color: theme.windowBackground
+            border.width: 1
+            border.color: theme.quaternary
+        }
+    }
 
     required property PanelModel panel
     required property Theme theme

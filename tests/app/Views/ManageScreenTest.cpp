@@ -6,6 +6,7 @@
 
 #include <QQuickItem>
 #include <QQuickWindow>
+#include <QRegularExpression>
 #include <QTest>
 
 #include "ScreenHarness.h"
@@ -123,6 +124,24 @@ TEST_F(manage_screen, general_section_waits_for_the_settings_file) {
             EXPECT_EQ(h.find("Refresh automatically")->state().checked, row.autoRefresh);
         }
     }
+}
+
+TEST_F(manage_screen, a_learned_pattern_or_a_new_order_reaches_the_rows_while_answers_change_nothing_else) {
+    Model m = settings();
+    show(m);
+    // Answers come in: states change, and one repository learns a pattern.
+    for (Repo& r : m.repos) r.state = RepoState::loading;
+    m.repos[2].detectedPattern = "https://site-{number}.example.com";
+    setModel(m);
+    EXPECT_NE(h.find("https://site-{number}.example.com"), nullptr) << names();
+    EXPECT_EQ(h.names().count("Detected"), 2);
+    EXPECT_NE(h.find("https://docs-{branch}.example.com"), nullptr);
+    // A move and a rename reach the rows too, in the new order.
+    std::swap(m.repos[0], m.repos[2]);
+    m.repos[1].name = "acme/handbook";
+    setModel(m);
+    const QStringList shown = h.names().filter(QRegularExpression("^acme/"));
+    EXPECT_EQ(shown, (QStringList{"acme/site", "acme/handbook", "acme/web"})) << names();
 }
 
 TEST_F(manage_screen, pattern_lines_browser_switches_and_footers) {

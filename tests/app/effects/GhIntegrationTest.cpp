@@ -12,6 +12,7 @@
 
 #include "EffectsTestSupport.h"
 #include "PrivateBus.h"
+#include "Json.h"
 #include "Model.h"
 
 namespace velmar {
@@ -258,6 +259,75 @@ TEST_F(gh_against_fake_github, notifications_of_a_changed_github_reach_the_deskt
     notifications.send("action 2 default");
     ASSERT_TRUE(testing::waitUntil([&] { return !store.opened.empty(); }, 10));
     EXPECT_EQ(store.opened, std::vector<std::string>{"https://github.com/acme/web/pull/14"});
+
+/// Boots a store on `reposFile`'s lines with checks on and waits until every repository is in.
+void bootWithChecks(MiniStore& store, testing::Scratch& home, const std::string& reposFile) {
+    testing::writeFile(home.path(".config/velmar/repos.tsv"), reposFile);
+    store.send(msg::FileRead{ConfigFile::extras, "checks\t1\n"});
+    store.send(msg::Boot{});
+}
+
+bool idle(const Model& m) {
+    return m.reposLoaded && m.pathResolved && !m.fetchInFlight && m.gh == GhStatus::ok && !m.repos.empty() &&
+           std::all_of(m.repos.begin(), m.repos.end(), [](const Repo& r) { return r.state == RepoState::ok; });
+}
+
+std::vector<std::string> headings(const Model& m) {
+    std::vector<std::string> out;
+    for (const auto& r : m.repos) out.push_back(r.name + " " + std::to_string(r.count) + (r.failed ? " failed" : ""));
+    return out;
+}
+
+TEST_F(gh_against_fake_github, with_checks_on_a_query_too_large_for_github_goes_again_ten_repositories_a_call) {
+    Json large = *parseJson(fixture);
+    large["max_batch"] = 10;
+    std::string reposFile = "acme/web\t\nacme/gone\t\nacme/api\t\n";
+    std::vector<std::string> want{"acme/web 2", "acme/gone 0 failed", "acme/api 1"};
+    for (int i = 0; i < 10; ++i) {
+        const std::string slug = "acme/r" + std::to_string(i);
+        large["repos"][slug] = Json::array({{{"number", 1}, {"title", "T"}, {"author", "a"}, {"branch", "b"}}});
+        reposFile += slug + "\t\n";
+        want.push_back(slug + " 1");
+    }
+    server->setFixture(large.dump());
+    testing::Scratch home;
+    testing::EnvGuard env({{"VELMAR_HOME", home.path()}, {"SHELL", "/bin/sh"}});
+    const std::string before = server->batchesLog();
+    MiniStore store;
+    bootWithChecks(store, home, reposFile);
+    const Model& m = store.model;
+    ASSERT_TRUE(testing::waitUntil([&] { return idle(m) && m.viewer; }, 60));
+    EXPECT_EQ(headings(m), want);
+    EXPECT_EQ(m.prs.size(), 13u);
+    const std::string host = "localhost:" + std::to_string(server->port());
+    EXPECT_EQ(server->batchesLog().substr(before.size()), host + " 13\n" + host + " 10\n" + host + " 3\n");
+
+    // The next refresh asks ten at a time from the start.
+    store.send(msg::Refresh{});
+    ASSERT_TRUE(testing::waitUntil([&] { return idle(m) && m.batchCount == 2; }, 60));
+    server->setFixture(fixture);
+    EXPECT_EQ(server->batchesLog().substr(before.size()),
+              host + " 13\n" + host + " 10\n" + host + " 3\n" + host + " 10\n" + host + " 3\n");
+    EXPECT_EQ(headings(m), want);
+}
+
+TEST_F(gh_against_fake_github, with_checks_on_a_repository_on_another_host_is_asked_in_a_query_of_its_own) {
+    // The fake answers as any host: 127.0.0.1 stands for an Enterprise server beside gh's own (localhost).
+    const std::string other = "127.0.0.1:" + std::to_string(server->port());
+    testing::Scratch home;
+    testing::EnvGuard env({{"VELMAR_HOME", home.path()}, {"SHELL", "/bin/sh"}});
+    const std::string batches = server->batchesLog(), comments = server->commentsLog();
+    MiniStore store;
+    bootWithChecks(store, home, "acme/web\t\n" + other + "/acme/api\t\nacme/gone\t\n");
+    const Model& m = store.model;
+    ASSERT_TRUE(testing::waitUntil([&] { return idle(m) && m.viewer; }, 60));
+    EXPECT_EQ(headings(m), (std::vector<std::string>{"acme/web 2", other + "/acme/api 1", "acme/gone 0 failed"}));
+    const auto api = std::find_if(m.prs.begin(), m.prs.end(), [&](const PR& p) { return p.repo == other + "/acme/api"; });
+    ASSERT_NE(api, m.prs.end());
+    EXPECT_EQ(api->checks, ChecksState::running);
+    EXPECT_EQ(server->batchesLog().substr(batches.size()),
+              "localhost:" + std::to_string(server->port()) + " 2\n" + other + " 1\n");
+    EXPECT_EQ(server->commentsLog().substr(comments.size()), "PR_acme/web_12 PR_acme/web_13\nPR_acme/api_3\n");
 }
 
 TEST_F(gh_against_fake_github, yours_finds_the_viewers_pull_requests_anywhere_and_puts_the_blocked_first) {

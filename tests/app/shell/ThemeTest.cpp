@@ -11,7 +11,7 @@ using namespace velmar::ui;
 TEST(pill, first_rule_that_holds_decides_each_colour) {
     const auto alpha = [](QColor c, double a) { c.setAlphaF(a); return c; };
     const Scheme L = Scheme::light, D = Scheme::dark;
-    const QColor clear(Qt::transparent), white(Qt::white), primary = foreground(Level::primary, L);
+    const QColor clear(Qt::transparent), white(Qt::white), primary = foreground(Level::primary, L, true);
     const std::nullopt_t none = std::nullopt;
     const std::vector<std::tuple<PillRole, bool, Scheme, bool, PillColors>> rows = {
         {PillRole::accent, true, L, true, {primary, clear, primary}},

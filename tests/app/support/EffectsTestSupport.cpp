@@ -75,6 +75,11 @@ std::string FakeGitHub::commentsLog() const {
                                                                   : std::string();
 }
 
+std::string FakeGitHub::batchesLog() const {
+    return std::filesystem::exists(scratch_.path("batches.log")) ? readFile(scratch_.path("batches.log"))
+                                                                 : std::string();
+}
+
 std::string FakeGitHub::costsLog() const {
     return std::filesystem::exists(scratch_.path("costs.log")) ? readFile(scratch_.path("costs.log")) : std::string();
 }

@@ -66,8 +66,11 @@ public:
     void setFixture(const std::string& fixtureJson) const;
     /// Lines the server logged, one per comments query: the node ids asked for.
     std::string commentsLog() const;
+    /// One line per batched query: the host it went to and how many repositories it asked for.
+    std::string batchesLog() const;
     /// Lines the server logged, one per GraphQL request: its operation and its cost in points.
     std::string costsLog() const;
+    int port() const { return port_; }
 
 private:
     Scratch scratch_;

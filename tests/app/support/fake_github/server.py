@@ -12,7 +12,9 @@
 # the shared folder beside the checkout, or $VELMAR_GITHUB_SCHEMA) by the npm package of package-lock.json, and
 # one the schema rejects is refused as GitHub refuses it and logged to DIR/invalid.log. Without the schema or the
 # validator every query is refused, so a missing check fails tests instead of passing them. Every GraphQL
-# request's operation and cost go to DIR/costs.log; rateLimit.cost follows GitHub's published formula.
+# request's operation and cost go to DIR/costs.log; rateLimit.cost follows GitHub's published formula. Each Batch
+# request goes to DIR/batches.log as "HOST COUNT" (the Host header and how many repositories it asks for); with
+# "max_batch": N in the fixture a Batch over N repositories gets GitHub's answer to a query too large (HTTP 502).
 import math
 import http.server, json, os, re, ssl, subprocess, sys, threading
 
@@ -96,6 +98,11 @@ class Handler(http.server.BaseHTTPRequestHandler):
                 "statusCheckRollup": {"state": pr["checks"]} if pr.get("checks") else None}
 
     def batch(self, query, variables):
+        count = sum(1 for key in variables if re.fullmatch(r"o\d+", key))
+        with open(os.path.join(folder, "batches.log"), "a", encoding="utf-8") as log:
+            log.write("%s %d\n" % (self.headers.get("Host"), count))
+        if count > self.fixture.get("max_batch", count):
+            return self.answer(502, {"message": "Server Error"})
         repos, data, errors = self.fixture.get("repos", {}), {}, []
         data["viewer"] = {"login": self.fixture.get("login")}
         data["rateLimit"] = {"limit": 5000, "cost": query_cost(query), "remaining": 4900,
