@@ -19,7 +19,7 @@ TEST(pill, first_rule_that_holds_decides_each_colour) {
         {PillRole::warning, false, L, false, {warningEmphasis(), alpha(warning(L), 0.3), none}},
         {PillRole::warning, false, D, false, {warning(D), alpha(warning(D), 0.16), none}},
         {PillRole::warning, true, L, false, {white, warning(L), none}},
-        {PillRole::accent, true, D, false, {white, accent(D), none}},
+        {PillRole::accent, true, D, false, {white, accentFill(D), none}},
         {PillRole::destructive, false, L, false, {destructive(L), alpha(destructive(L), 0.16), none}},
     };
     for (const auto& [role, filled, scheme, contrast, expected] : rows) {
