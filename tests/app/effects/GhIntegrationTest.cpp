@@ -259,6 +259,7 @@ TEST_F(gh_against_fake_github, notifications_of_a_changed_github_reach_the_deskt
     notifications.send("action 2 default");
     ASSERT_TRUE(testing::waitUntil([&] { return !store.opened.empty(); }, 10));
     EXPECT_EQ(store.opened, std::vector<std::string>{"https://github.com/acme/web/pull/14"});
+}
 
 /// Boots a store on `reposFile`'s lines with checks on and waits until every repository is in.
 void bootWithChecks(MiniStore& store, testing::Scratch& home, const std::string& reposFile) {
