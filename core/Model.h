@@ -187,7 +187,11 @@ struct Model {
     std::int64_t reviewWaiting() const;
     /// The viewer's own pull requests whose checks fail.
     std::int64_t myChecksFailing() const;
-    /// The tray icon's tooltip: both of the above in words.
+    /// What the tray's red mark counts: with the group "Yours" shown, the
+    /// viewer's blocked pull requests there (failing checks, changes
+    /// requested, conflicts); without it, those of `myChecksFailing`.
+    std::int64_t myAttentionCount() const;
+    /// The tray icon's tooltip: the waiting reviews and the red mark in words.
     std::string trayTooltip() const;
 
     // ---- Repositories and suggestions (UpdateRepos.cpp) ----

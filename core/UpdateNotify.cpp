@@ -139,16 +139,23 @@ std::int64_t Model::myChecksFailing() const {
     });
 }
 
+std::int64_t Model::myAttentionCount() const {
+    if (!checksOn() || !viewer) return 0;
+    if (yourPrs) return std::count_if(yourPrs->begin(), yourPrs->end(), isBlocked);
+    return myChecksFailing();
+}
+
 std::string Model::trayTooltip() const {
     const std::int64_t waiting = reviewWaiting();
-    const std::int64_t failing = myChecksFailing();
-    if (!waiting && !failing) return "Nothing waits for you";
+    const std::int64_t marked = myAttentionCount();
+    if (!waiting && !marked) return "Nothing waits for you";
     std::string text;
     if (waiting)
         text = plural(waiting, "pull request waits", "pull requests wait") + " for your review";
-    if (failing) {
+    if (marked) {
         if (!text.empty()) text += "\n";
-        text += "Checks failed on " + std::to_string(failing) + " of your pull requests";
+        text += yourPrs ? plural(marked, "of your pull requests is blocked", "of your pull requests are blocked")
+                        : "Checks failed on " + std::to_string(marked) + " of your pull requests";
     }
     return text;
 }

@@ -71,7 +71,7 @@ void TrayIcon::setFound(bool found) {
 void TrayIcon::follow(const Model& model) {
     const bool wanted = model.trayOn();
     const std::int64_t count = model.reviewWaiting();
-    const bool failed = model.myChecksFailing() > 0;
+    const bool failed = model.myAttentionCount() > 0;
     const QString tooltip = QString::fromStdString(model.trayTooltip());
     if (wanted == wanted_ && count == count_ && failed == failed_ && tooltip == tooltip_) return;
     const bool picture = count != count_ || failed != failed_;

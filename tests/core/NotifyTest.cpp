@@ -301,6 +301,20 @@ TEST(tray, counts_and_tooltip) {
         EXPECT_EQ(m.reviewWaiting(), static_cast<std::int64_t>(row.waiting));
         EXPECT_EQ(m.trayTooltip(), row.tooltip);
     }
+
+    // With the group "Yours" shown, the red mark counts its blocked pull
+    // requests, whatever blocks them, and not those of others.
+    m.reviewPrs.reset();
+    m.prs = {pr(1, "bo", ChecksState::failing)};
+    PR changes = pr(2, "ana", ChecksState::passing);
+    changes.review = ReviewState::changesRequested;
+    PR conflicted = pr(3, "ana", std::nullopt);
+    conflicted.conflicts = true;
+    m.yourPrs = std::vector<PR>{changes, conflicted, pr(4, "ana", ChecksState::running)};
+    EXPECT_EQ(m.myAttentionCount(), 2);
+    EXPECT_EQ(m.trayTooltip(), "2 of your pull requests are blocked");
+    m.yourPrs = std::vector<PR>{pr(4, "ana", ChecksState::running)};
+    EXPECT_EQ(m.trayTooltip(), "Nothing waits for you");
 }
 
 }  // namespace
