@@ -83,28 +83,43 @@ Popover {
             Accessible.role: Accessible.StaticText
             Accessible.name: text
         }
-        RowLayout {
+        // Remove sits apart from Cancel and Save; when the three do not fit
+        // on one line (the narrowest window), Remove takes a line of its own
+        // above them rather than pushing the popover past the window's edge.
+        GridLayout {
+            id: buttons
             Layout.fillWidth: true
-            spacing: 8
+            readonly property real oneLine: remove.implicitWidth + cancel.implicitWidth
+                                            + save.implicitWidth + 3 * columnSpacing
+            columns: editor.availableWidth >= oneLine ? 2 : 1
+            columnSpacing: 8
+            rowSpacing: 8
             PushButton {
+                id: remove
                 theme: editor.theme
                 text: "Remove"
                 textColor: editor.theme.destructive
                 tooltip: editor.removeTooltip
                 onClicked: editor.panel.send({ msg: "remove_repo", id: editor.repoId })
             }
-            Item { Layout.fillWidth: true }
-            PushButton {
-                theme: editor.theme
-                text: "Cancel"
-                onClicked: editor.panel.send({ msg: "cancel_edit" })
-            }
-            PushButton {
-                theme: editor.theme
-                text: "Save"
-                prominent: true
-                Accessible.defaultButton: true
-                onClicked: editor.panel.send({ msg: "save_pattern" })
+            RowLayout {
+                Layout.fillWidth: true
+                spacing: buttons.columnSpacing
+                Item { Layout.fillWidth: true }
+                PushButton {
+                    id: cancel
+                    theme: editor.theme
+                    text: "Cancel"
+                    onClicked: editor.panel.send({ msg: "cancel_edit" })
+                }
+                PushButton {
+                    id: save
+                    theme: editor.theme
+                    text: "Save"
+                    prominent: true
+                    Accessible.defaultButton: true
+                    onClicked: editor.panel.send({ msg: "save_pattern" })
+                }
             }
         }
     }

@@ -382,6 +382,33 @@ TEST_F(manage_screen, pattern_editor_shows_the_repository_and_sends_each_message
     EXPECT_EQ(h.takeSent(), Sent{}) << "moving the edit to another row cancels nothing";
 }
 
+TEST_F(manage_screen, popovers_keep_every_control_inside_the_window_at_every_width) {
+    struct Case {
+        const char* what;
+        bool add;
+        QStringList controls;
+    };
+    const Case cases[] = {
+        {"pattern editor", false, {"Preview URL pattern", "Remove", "Cancel", "Save"}},
+        {"add popover", true, {"Repository slug", "Add", "Done"}},
+    };
+    for (const Case& c : cases)
+        for (int width : {200, 260, 360, 520}) {
+            SCOPED_TRACE(std::string(c.what) + " at " + std::to_string(width));
+            Model m = settings();
+            m.addOpen = c.add;
+            if (!c.add) m.editingRepo = 1;
+            show(m, width);
+            const QRect window(h.view().mapToGlobal(QPoint(0, 0)), h.view().size());
+            for (const QString& name : c.controls) {
+                QAccessibleInterface* control = h.find(name);
+                ASSERT_NE(control, nullptr) << name.toStdString();
+                EXPECT_TRUE(window.contains(control->rect()))
+                    << name.toStdString() << " lies outside the window";
+            }
+        }
+}
+
 TEST_F(manage_screen, popovers_closed_by_a_press_outside_send_their_close_once) {
     Model m = settings();
     m.addOpen = true;
