@@ -11,8 +11,7 @@ ReadOne, as portals before version 2 of the interface. --switch: that long
 after the first colour-scheme answer, the scheme turns light.
 
 Notification prints each AddNotification as one JSON line {"call":
-"AddNotification", "id", "notification"} and each RemoveNotification as
-{"call": "RemoveNotification", "id"}; --silent never answers them.
+"AddNotification", "id", "notification"}; --silent never answers it.
 
 Prints "ready" once it owns the name; then each line on standard input is
 "action ID NAME" (emits ActionInvoked) or "KEY VALUE" (changes a setting and
@@ -78,13 +77,6 @@ class Portal(dbus.service.Object):
                          async_callbacks=("reply", "error"))
     def AddNotification(self, id, notification, reply, error):
         say(call="AddNotification", id=str(id), notification=plain(notification))
-        if not self.options.silent:
-            reply()
-
-    @dbus.service.method(NOTIFICATION, in_signature="s", out_signature="",
-                         async_callbacks=("reply", "error"))
-    def RemoveNotification(self, id, reply, error):
-        say(call="RemoveNotification", id=str(id))
         if not self.options.silent:
             reply()
 
