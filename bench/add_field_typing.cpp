@@ -69,14 +69,14 @@ int main(int argc, char** argv) {
     QGuiApplication app(argc, argv);
     const int rounds = argc > 1 ? std::max(1, std::atoi(argv[1])) : 10;
 
-    bool seeded = false;
+    // Boot puts the seeded model in place; everything else is the core's.
     Store store(
-        [&](const Model& model, const Msg& msg) -> std::pair<Model, Effects> {
-            if (!seeded) {
-                seeded = true;
-                return {seed(), {}};
+        [](Model& model, const Msg& msg) -> Effects {
+            if (std::holds_alternative<msg::Boot>(msg)) {
+                model = seed();
+                return {};
             }
-            return update(model, msg);
+            return model.apply(msg);
         },
         nullptr);
     store.send(msg::Boot{});

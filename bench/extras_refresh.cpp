@@ -92,8 +92,9 @@ int pointsSince(const testing::FakeGitHub& server, std::size_t from) {
     return points;
 }
 
-// One refresh from a model that has fetched once already (warm: the second
-// refresh is the steady state of a panel left open), driven like the Store.
+// One refresh driven like the Store: the first one of a fresh model, or with
+// `warm` a later one (the steady state of a panel left open), after a first
+// that is not counted.
 Round refresh(Mode mode, const std::string& path, const testing::FakeGitHub& server, bool warm) {
     Model m;
     std::string reposText;
@@ -110,41 +111,32 @@ Round refresh(Mode mode, const std::string& path, const testing::FakeGitHub& ser
         loop.quit();
     });
     Round result;
-    const auto drive = [&](Effects effects, bool count) {
+    // Sends `msg`, then performs each fetch it leads to and hands its answer
+    // back, until no fetch is left.
+    const auto run = [&](const Msg& msg) {
+        auto [next, effects] = update(m, msg);
+        m = std::move(next);
         while (true) {
             const auto fetch = std::find_if(effects.begin(), effects.end(), isFetch);
             if (fetch == effects.end()) return;
             replies.clear();
             runner.perform(*fetch);
-            if (count) ++result.processes;
+            ++result.processes;
             while (replies.empty()) loop.exec();
             auto step = update(m, replies[0]);
-            m = step.first;
-            effects = step.second;
+            m = std::move(step.first);
+            effects = std::move(step.second);
         }
     };
-    auto [ready, first] = update(m, msg::PathResolved{path});
-    m = ready;
-    drive(first, !warm);
-    if (!warm) return result;
+    if (warm) run(msg::PathResolved{path});
+    result = Round{};
     const std::size_t before = server.costsLog().size();
     const auto start = Clock::now();
-    auto [refreshed, effects] = update(m, msg::Refresh{});
-    m = refreshed;
-    drive(effects, true);
+    run(warm ? Msg(msg::Refresh{}) : Msg(msg::PathResolved{path}));
     result.seconds = std::chrono::duration<double>(Clock::now() - start).count();
     result.points = pointsSince(server, before);
     result.yours = m.yourPrs ? m.yourPrs->size() : 0;
     return result;
-}
-
-Round firstRefresh(Mode mode, const std::string& path, const testing::FakeGitHub& server) {
-    const std::size_t before = server.costsLog().size();
-    const auto start = Clock::now();
-    Round r = refresh(mode, path, server, false);
-    r.seconds = std::chrono::duration<double>(Clock::now() - start).count();
-    r.points = pointsSince(server, before);
-    return r;
 }
 
 }  // namespace
@@ -167,7 +159,7 @@ int main(int argc, char** argv) {
             std::vector<double> seconds;
             Round last;
             for (int i = 0; i < rounds; ++i) {
-                last = warm ? refresh(mode, slowPath, server, true) : firstRefresh(mode, slowPath, server);
+                last = refresh(mode, slowPath, server, warm);
                 seconds.push_back(last.seconds);
             }
             // The viewer's login comes with the first answer, so the search

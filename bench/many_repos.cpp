@@ -1,7 +1,7 @@
 // What a long watch list costs: `repos` watched repositories (1,000 and
 // 10,000 in many_repos.sh), each answered by gh with two pull requests.
-//   core   the core's step alone, as the store runs it (a copy of the model per
-//          message): reading the repos file, then a whole refresh cycle;
+//   core   the core's steps through the store, no screens: reading the repos
+//          file, then a whole refresh cycle, one gh answer per repository;
 //   panel  the real store, screens and view, offscreen: start-up to the list
 //          shown, then the same cycle, the view drawing as it goes.
 // Prints the time of each phase, the median and worst time of one answer, and
@@ -75,14 +75,14 @@ void cycle(Send send, Pending pending, int repos) {
 }
 
 void core(int repos) {
-    Model model;
+    Store store(nullptr);
     std::string next;  // the repository whose fetch is outstanding
+    store.setPerform([&](const Effect& e) {
+        if (const auto* f = std::get_if<effect::FetchPrs>(&e)) next = f->repo;
+    });
     const auto send = [&](const Msg& msg) {
         if (std::holds_alternative<msg::PrsFetched>(msg)) next.clear();
-        auto [changed, effects] = update(model, msg);
-        if (!(changed == model)) model = std::move(changed);
-        for (const auto& e : effects)
-            if (const auto* f = std::get_if<effect::FetchPrs>(&e)) next = f->repo;
+        store.send(msg);
     };
     const auto start = Clock::now();
     send(msg::HomeResolved{"/nonexistent"});
@@ -95,7 +95,7 @@ void core(int repos) {
     // A refresh while the start's first fetch runs is remembered: one round
     // of answers then fetches every repository.
     cycle(send, [&] { return next; }, repos);
-    std::printf("rows %zu, pull requests %zu\n", model.listRows().size(), model.prs.size());
+    std::printf("rows %zu, pull requests %zu\n", store.model().listRows().size(), store.model().prs.size());
 }
 
 void panel(int repos) {

@@ -4,7 +4,8 @@
 #                rendered, captured and the process has quit (VELMAR_SNAPSHOT
 #                with delay 0: the capture renders the first frame), 7 runs
 #   resident     VmRSS after 10 s with 20 repos x 40 PRs fed through
-#                VELMAR_DEBUG_SEND, 3 runs
+#                VELMAR_DEBUG_SEND, 3 runs; RESIDENT_REPOS="0 1 5 20" measures
+#                each of those counts in turn
 #   idle CPU     user+system time over 60 idle seconds (timers running) with
 #                the same rows drawn, as a share of one core, 3 runs (set
 #                IDLE_SECONDS to shorten)
@@ -24,11 +25,12 @@ unset VELMAR_SNAPSHOT VELMAR_DEBUG_SEND VELMAR_APPEARANCE
 
 median() { sort -n | awk '{a[NR]=$1} END {print a[int((NR+1)/2)]}'; }
 
-# 20 repositories of 40 pull requests each, as the core would receive them.
-python3 - "$home" >"$work/feed.json" <<'PY'
+# feed N: N repositories of 40 pull requests each, as the core would receive them.
+feed() {
+python3 - "$home" "$1" <<'PY'
 import base64, json, sys
 home = sys.argv[1]
-slugs = ["bench-owner/repo-%02d" % i for i in range(20)]
+slugs = ["bench-owner/repo-%02d" % i for i in range(int(sys.argv[2]))]
 msgs = [{"msg": "home_resolved", "home": home},
         {"msg": "file_read", "file": "repos", "contents": "".join(s + "\t\n" for s in slugs)},
         {"msg": "path_resolved", "path": "/usr/bin:/bin"}]
@@ -46,6 +48,8 @@ text = json.dumps(msgs)
 assert len(text) < 131072, len(text)
 print(text)
 PY
+}
+feed 20 >"$work/feed.json"
 
 echo "first frame (ms, 7 runs):"
 for _ in 1 2 3 4 5 6 7; do
@@ -55,15 +59,18 @@ for _ in 1 2 3 4 5 6 7; do
 done | tee "$work/first" | tr '\n' ' '
 echo "-> median $(median <"$work/first") ms"
 
-echo "resident after 10 s with 20x40 PRs (MB, 3 runs):"
-for _ in 1 2 3; do
-    VELMAR_DEBUG_SEND="$(cat "$work/feed.json")" VELMAR_DEBUG_SEND_DELAY=1 "$velmar" 2>/dev/null &
-    pid=$!
-    sleep 10
-    awk '/VmRSS/ {printf "%.1f\n", $2 / 1024}' "/proc/$pid/status"
-    kill "$pid"; wait "$pid" 2>/dev/null || true
-done | tee "$work/rss" | tr '\n' ' '
-echo "-> median $(median <"$work/rss") MB"
+for repos in ${RESIDENT_REPOS:-20}; do
+    feed "$repos" >"$work/feed-$repos.json"
+    echo "resident after 10 s with ${repos}x40 PRs (MB, 3 runs):"
+    for _ in 1 2 3; do
+        VELMAR_DEBUG_SEND="$(cat "$work/feed-$repos.json")" VELMAR_DEBUG_SEND_DELAY=1 "$velmar" 2>/dev/null &
+        pid=$!
+        sleep 10
+        awk '/VmRSS/ {printf "%.1f\n", $2 / 1024}' "/proc/$pid/status"
+        kill "$pid"; wait "$pid" 2>/dev/null || true
+    done | tee "$work/rss" | tr '\n' ' '
+    echo "-> median $(median <"$work/rss") MB"
+done
 
 echo "idle CPU over $idle s with the 20x40 PRs drawn, nothing loading (% of one core, 3 runs):"
 ticks=$(getconf CLK_TCK)

@@ -96,7 +96,9 @@ Effects Model::prsFetched(const std::string& output, bool ok) {
         append(effects, learnPattern(repo, learned));
 
         std::erase_if(prs, [&](const PR& p) { return p.repoId == repo.id; });
-        prs.reserve(prs.size() + answer.rows.size());
+        // No reserve of the exact size here: it would move every row of every
+        // repository on each answer, where growing by doubling moves each
+        // row a few times over a whole refresh.
         for (auto& row : answer.rows) {
             PR pr;
             pr.id = prId(repo.id, row.number);

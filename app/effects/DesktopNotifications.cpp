@@ -4,7 +4,9 @@
 // so a pull request never has two notifications up.
 #include "DesktopNotifications.h"
 
+#include <QDBusArgument>
 #include <QDBusPendingCallWatcher>
+#include <QFileInfo>
 #include <QDBusPendingReply>
 #include <QDBusVariant>
 #include <QVariantMap>
@@ -16,19 +18,32 @@ namespace {
 const QString service = QStringLiteral("org.freedesktop.Notifications");
 const QString path = QStringLiteral("/org/freedesktop/Notifications");
 const QString interface = QStringLiteral("org.freedesktop.Notifications");
+const QString portalService = QStringLiteral("org.freedesktop.portal.Desktop");
+const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
+const QString portalInterface = QStringLiteral("org.freedesktop.portal.Notification");
 
 QString q(const std::string& s) { return QString::fromStdString(s); }
 
 }  // namespace
 
 DesktopNotifications::DesktopNotifications(const QDBusConnection& bus,
-                                           std::function<void(Msg)> deliver, QObject* parent)
-    : QObject(parent), bus_(bus), deliver_(std::move(deliver)) {
+                                           std::function<void(Msg)> deliver, Route route,
+                                           QObject* parent)
+    : QObject(parent), bus_(bus), route_(route), deliver_(std::move(deliver)) {
     if (!bus_.isConnected()) return;
+    if (route_ == Route::portal) {
+        bus_.connect(portalService, portalPath, portalInterface, QStringLiteral("ActionInvoked"), this,
+                     SLOT(portalActionInvoked(QString, QString, QVariantList)));
+        return;
+    }
     bus_.connect(service, path, interface, QStringLiteral("ActionInvoked"), this,
                  SLOT(actionInvoked(uint, QString)));
     bus_.connect(service, path, interface, QStringLiteral("NotificationClosed"), this,
                  SLOT(notificationClosed(uint, uint)));
+}
+
+DesktopNotifications::Route DesktopNotifications::routeFor(const QString& sandboxMarker) {
+    return QFileInfo::exists(sandboxMarker) ? Route::portal : Route::server;
 }
 
 QString DesktopNotifications::escapeMarkup(const QString& text) {
@@ -45,6 +60,10 @@ QString DesktopNotifications::escapeMarkup(const QString& text) {
 
 void DesktopNotifications::show(const effect::Notify& note) {
     if (!bus_.isConnected()) return;
+    if (route_ == Route::portal) {
+        sendToPortal(note);
+        return;
+    }
     if (!capabilities_) {
         queued_.push_back(note);
         askCapabilities();
@@ -113,6 +132,43 @@ void DesktopNotifications::send(const effect::Notify& note) {
                 inFlight_.erase(key);
                 if (next) send(*next);
             });
+}
+
+void DesktopNotifications::sendToPortal(const effect::Notify& note) {
+    // The portal keeps one notification per id: the same key replaces it, in
+    // the order of our calls, so nothing waits for an answer. Its body is
+    // plain text and every portal takes buttons.
+    QVariantMap notification;
+    notification.insert(QStringLiteral("title"), q(note.summary));
+    notification.insert(QStringLiteral("body"), q(note.body));
+    notification.insert(QStringLiteral("priority"), QStringLiteral("normal"));
+    if (!note.url.empty()) {
+        notification.insert(QStringLiteral("default-action"), QStringLiteral("default"));
+        const auto button = [](const QString& label, const QString& action) {
+            return QVariantMap{{QStringLiteral("label"), label}, {QStringLiteral("action"), action}};
+        };
+        QDBusArgument buttons;
+        buttons.beginArray(qMetaTypeId<QVariantMap>());
+        buttons << button(QStringLiteral("Open pull request"), QStringLiteral("default"));
+        if (!note.preview.empty()) buttons << button(QStringLiteral("Open preview"), QStringLiteral("preview"));
+        buttons.endArray();
+        notification.insert(QStringLiteral("buttons"), QVariant::fromValue(buttons));
+    }
+    portalKeys_.insert(note.key);
+    auto call = QDBusMessage::createMethodCall(portalService, portalPath, portalInterface,
+                                               QStringLiteral("AddNotification"));
+    call << q(note.key) << notification;
+    // The answer says nothing worth waiting for; a missing portal is an error
+    // reply that is dropped with its watcher.
+    auto* watcher = new QDBusPendingCallWatcher(bus_.asyncCall(call, callTimeout), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, watcher, &QObject::deleteLater);
+}
+
+void DesktopNotifications::portalActionInvoked(const QString& id, const QString& action,
+                                               const QVariantList&) {
+    const std::string key = id.toStdString();
+    if (!portalKeys_.contains(key)) return;
+    deliver_(msg::NotificationAction{key, action.toStdString()});
 }
 
 void DesktopNotifications::actionInvoked(uint id, const QString& action) {

@@ -1,16 +1,19 @@
-// Desktop notifications through org.freedesktop.Notifications on a bus. Every
-// call is asynchronous and bounded, so a server that is slow, silent, absent
-// or talks nonsense never holds the main thread; without a server nothing is
-// shown and nothing fails.
+// Desktop notifications through org.freedesktop.Notifications on a bus, or
+// inside a Flatpak sandbox through the desktop portal's Notification
+// interface. Every call is asynchronous and bounded, so a server that is slow,
+// silent, absent or talks nonsense never holds the main thread; without a
+// server nothing is shown and nothing fails.
 #pragma once
 
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QObject>
 #include <QStringList>
+#include <QVariantList>
 #include <functional>
 #include <map>
 #include <optional>
+#include <set>
 #include <vector>
 
 #include "Effect.h"
@@ -23,8 +26,16 @@ class DesktopNotifications : public QObject {
 public:
     /// `deliver` gets an action chosen on one of our notifications, and the
     /// closing of one.
+    /// The notification server itself, or the portal that passes a
+    /// sandboxed application's notifications on.
+    enum class Route { server, portal };
+
     DesktopNotifications(const QDBusConnection& bus, std::function<void(Msg)> deliver,
-                         QObject* parent = nullptr);
+                         Route route = Route::server, QObject* parent = nullptr);
+
+    /// The portal inside a sandbox, which the file `sandboxMarker` (Flatpak's
+    /// "/.flatpak-info") marks; the server elsewhere.
+    static Route routeFor(const QString& sandboxMarker);
 
     /// Shows `note`, in place of the one still up with the same key.
     void show(const effect::Notify& note);
@@ -38,12 +49,17 @@ public:
 private slots:
     void actionInvoked(uint id, const QString& action);
     void notificationClosed(uint id, uint reason);
+    void portalActionInvoked(const QString& id, const QString& action, const QVariantList& parameter);
 
 private:
     void askCapabilities();
     void send(const effect::Notify& note);
+    void sendToPortal(const effect::Notify& note);
 
     QDBusConnection bus_;
+    Route route_;
+    /// The keys given to the portal, whose actions are ours.
+    std::set<std::string> portalKeys_;
     std::function<void(Msg)> deliver_;
     /// Absent until the server has said what it supports.
     std::optional<QStringList> capabilities_;

@@ -214,7 +214,8 @@ void EffectRunner::waitUntil(const effect::WaitUntil& e) {
 void EffectRunner::notify(const effect::Notify& e) {
     if (!notifications_)
         notifications_ = std::make_unique<DesktopNotifications>(
-            QDBusConnection::sessionBus(), [shared = shared_](Msg msg) { post(shared, std::move(msg)); });
+            QDBusConnection::sessionBus(), [shared = shared_](Msg msg) { post(shared, std::move(msg)); },
+            DesktopNotifications::routeFor(QStringLiteral("/.flatpak-info")));
     notifications_->show(e);
 }
 

@@ -1,11 +1,12 @@
-// The three steps of a send: update, store if different, then perform.
+// The three steps of a send: update, notice a change, then perform.
 #include "Store.h"
 
 #include <utility>
 
 namespace velmar {
 
-Store::Store(QObject* parent) : Store(&velmar::update, parent) {}
+Store::Store(QObject* parent)
+    : Store([](Model& model, const Msg& msg) { return model.apply(msg); }, parent) {}
 
 Store::Store(Step step, QObject* parent)
     : QObject(parent), step_(std::move(step)), perform_([](const Effect&) {}) {}
@@ -15,9 +16,11 @@ void Store::setPerform(Perform perform) {
 }
 
 void Store::send(const Msg& msg) {
-    auto [next, effects] = step_(model_, msg);
-    if (!(next == model_)) {
-        model_ = std::move(next);
+    const Effects effects = step_(model_, msg);
+    if (!(model_ == previous_)) {
+        // The same step on the model as it was brings the two level again;
+        // its effects are the ones already in hand.
+        step_(previous_, msg);
         emit changed();
     }
     // Effects run only after observers have seen the new model: a view that

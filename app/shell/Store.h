@@ -16,8 +16,11 @@ class Store : public QObject {
     Q_OBJECT
 public:
     using Perform = std::function<void(const Effect&)>;
-    /// The step `send` runs; the core's `update` unless a test gives another.
-    using Step = std::function<std::pair<Model, Effects>(const Model&, const Msg&)>;
+    /// The step `send` runs on a model in place: the core's `Model::apply`
+    /// unless a test gives another. It must give the same model from the same
+    /// model and message, as the core's does: a step that changes something
+    /// is run twice.
+    using Step = std::function<Effects(Model&, const Msg&)>;
 
     explicit Store(QObject* parent = nullptr);
     Store(Step step, QObject* parent);
@@ -27,9 +30,9 @@ public:
     /// Where `send` delivers effects; until set, effects go nowhere.
     void setPerform(Perform perform);
 
-    /// Runs `update`, stores the new model only if it differs (then emits
-    /// `changed`), and afterwards hands each effect to `perform` in order.
-    /// Main thread only; never re-entered by `perform`.
+    /// Runs the step, emits `changed` if the model now differs, and
+    /// afterwards hands each effect to `perform` in order. Main thread only;
+    /// never re-entered by `perform`.
     void send(const Msg& msg);
 
 signals:
@@ -39,6 +42,12 @@ signals:
 private:
     Step step_;
     Model model_;
+    /// Equal to `model_` between sends: what a step is compared with. A
+    /// step that changed something is run again on it rather than copying
+    /// the model, so one answer among ten thousand repositories costs its own
+    /// work and a comparison that stops at the first difference, not a copy
+    /// of every row.
+    Model previous_;
     Perform perform_;
 };
 

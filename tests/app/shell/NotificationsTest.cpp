@@ -1,10 +1,11 @@
-// Desktop notifications against a fake notification server on a private bus:
-// the exact Notify calls by what the server can do, a pull request's later
-// notification replacing its earlier one, the server's actions and closings
+// Desktop notifications against a fake notification server and a fake portal
+// on a private bus: the exact calls by what the server can do, a pull
+// request's later notification replacing its earlier one, actions and closings
 // coming back as messages, and servers that are missing, slow or talk nonsense.
 #include <gtest/gtest.h>
 
 #include <QElapsedTimer>
+#include <QTemporaryDir>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -44,9 +45,30 @@ QJsonObject call(int replaces, const char* body, QStringList actions) {
 struct Client {
     std::vector<Msg> delivered;
     DesktopNotifications notifications;
-    explicit Client(const QDBusConnection& bus)
-        : notifications(bus, [this](Msg m) { delivered.push_back(std::move(m)); }) {}
+    explicit Client(const QDBusConnection& bus,
+                    DesktopNotifications::Route route = DesktopNotifications::Route::server)
+        : notifications(bus, [this](Msg m) { delivered.push_back(std::move(m)); }, route) {}
 };
+
+// The desktop portal's fake, which also answers the colour scheme ("0").
+struct FakePortal : FakeService {
+    explicit FakePortal(const QString& address, QStringList args = {})
+        : FakeService(VELMAR_FAKE_PORTAL, address, args << "0") {}
+    QJsonObject nextCall() { return QJsonDocument::fromJson(nextLine()).object(); }
+};
+
+QJsonObject portalCall(const char* id, const char* summary, QJsonArray buttons) {
+    QJsonObject notification{{"title", summary}, {"body", "Fix <b> & more"}, {"priority", "normal"}};
+    if (!buttons.isEmpty()) {
+        notification.insert("default-action", "default");
+        notification.insert("buttons", buttons);
+    }
+    return QJsonObject{{"call", "AddNotification"}, {"id", id}, {"notification", notification}};
+}
+
+QJsonObject button(const char* label, const char* action) {
+    return QJsonObject{{"label", label}, {"action", action}};
+}
 
 class NotificationsTest : public ::testing::Test {
 protected:
@@ -142,6 +164,55 @@ TEST_F(NotificationsTest, a_missing_slow_or_garbled_server_never_blocks_or_fails
             client.notifications.show(kNote);
             EXPECT_EQ(server.nextCall()["replaces"].toInt(-1), 0) << fault;
         }
+    }
+}
+
+// Inside a sandbox the portal carries them: the same calls in its words, a
+// key's later note under the same id, its actions back by key.
+TEST_F(NotificationsTest, in_a_sandbox_the_portal_shows_replaces_and_answers_them) {
+    QTemporaryDir root;
+    EXPECT_EQ(DesktopNotifications::routeFor(root.filePath(".flatpak-info")), DesktopNotifications::Route::server);
+    QFile marker(root.filePath(".flatpak-info"));
+    ASSERT_TRUE(marker.open(QIODevice::WriteOnly));
+    EXPECT_EQ(DesktopNotifications::routeFor(marker.fileName()), DesktopNotifications::Route::portal);
+
+    const QJsonArray both{button("Open pull request", "default"), button("Open preview", "preview")};
+    effect::Notify noPreview = kNote;
+    noPreview.preview.clear();
+    effect::Notify later = kNote;
+    later.summary = "acme/web #2 \u00b7 checks passed";
+    effect::Notify summary{"summary", "3 pull requests need you", "Fix <b> & more", "", ""};
+    const std::vector<std::pair<effect::Notify, QJsonObject>> rows = {
+        {kNote, portalCall("acme/web#2", "acme/web #2 \u00b7 checks failed", both)},
+        {later, portalCall("acme/web#2", "acme/web #2 \u00b7 checks passed", both)},
+        {noPreview, portalCall("acme/web#2", "acme/web #2 \u00b7 checks failed", {button("Open pull request", "default")})},
+        {summary, portalCall("summary", "3 pull requests need you", {})},
+    };
+    FakePortal portal(bus.address);
+    Client client(bus.connect(), DesktopNotifications::Route::portal);
+    for (const auto& [note, expected] : rows) {
+        client.notifications.show(note);
+        EXPECT_EQ(portal.nextCall(), expected) << note.summary;
+    }
+
+    // Signals keep their order: once ours is in, the stranger's was dropped.
+    portal.send("action acme/web#9 default");
+    portal.send("action acme/web#2 preview");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !client.delivered.empty(); }, 5000));
+    EXPECT_EQ(client.delivered, (std::vector<Msg>{msg::NotificationAction{"acme/web#2", "preview"}}));
+}
+
+TEST_F(NotificationsTest, a_missing_or_silent_portal_never_blocks) {
+    for (const bool present : {false, true}) {
+        std::optional<FakePortal> portal;
+        if (present) portal.emplace(bus.address, QStringList{"--silent"});
+        Client client(bus.connect(), DesktopNotifications::Route::portal);
+        QElapsedTimer timer;
+        timer.start();
+        for (int i = 0; i < 3; ++i) client.notifications.show(kNote);
+        EXPECT_LT(timer.elapsed(), 200) << present;
+        if (portal) EXPECT_EQ(portal->nextCall()["id"], "acme/web#2");
+        EXPECT_TRUE(client.delivered.empty());
     }
 }
 

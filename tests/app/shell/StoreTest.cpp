@@ -16,11 +16,14 @@ namespace {
 using Change = std::function<void(Model&)>;
 
 Store::Step answer(Change change, Effects effects = {}) {
-    return [=](const Model& model, const Msg&) {
-        Model next = model;
-        if (change) change(next);
-        return std::pair{next, effects};
+    return [=](Model& model, const Msg&) {
+        if (change) change(model);
+        return effects;
     };
+}
+
+std::string answerFor(const std::string& slug, const std::string& title) {
+    return slug + "\n1\t" + title + "\tana\tfix\tfalse\thttps://github.com/" + slug + "/pull/1\t\n";
 }
 
 }  // namespace
@@ -56,6 +59,49 @@ TEST(store_send, stores_only_real_changes_and_always_performs_effects_in_order) 
     Store unperformed(answer([](Model& m) { m.onboarded = true; }, {home}), nullptr);
     unperformed.send(msg::Boot{});
     EXPECT_TRUE(unperformed.model().onboarded);
+}
+
+// The store changes its model in place and keeps the model before for the
+// comparison: whatever the messages, it must hold exactly what the core's
+// `update` folds them into, and tell observers exactly when that differs.
+TEST(store_send, follows_the_core_and_reports_exactly_the_real_changes) {
+    const std::vector<std::vector<Msg>> scripts = {
+        // Start-up, a refresh whose second round answers the same, idle ticks.
+        {msg::HomeResolved{"/h"}, msg::FileRead{ConfigFile::repos, "acme/web\t\nacme/api\t\n"},
+         msg::PathResolved{"/usr/bin"}, msg::PrsFetched{answerFor("acme/web", "Fix"), true},
+         msg::PrsFetched{answerFor("acme/api", "Add"), true}, msg::AutoTick{}, msg::Refresh{},
+         msg::PrsFetched{answerFor("acme/web", "Fix"), true},
+         msg::PrsFetched{answerFor("acme/api", "Add"), true}, msg::DetectTick{}, msg::OnboardingTick{}},
+        // Changes and their no-op repeats in turn.
+        {msg::HoverPr{7}, msg::HoverPr{7}, msg::UnhoverPr{8}, msg::UnhoverPr{7}, msg::OpenAdd{},
+         msg::AddText{"a"}, msg::AddText{"a"}, msg::AddText{"ab"}, msg::CloseAdd{}, msg::CloseAdd{},
+         msg::GhChecked{0}, msg::GhChecked{0}, msg::GhChecked{1}},
+        // An answer that matches nothing, then one that does, then a title changed.
+        {msg::HomeResolved{"/h"}, msg::FileRead{ConfigFile::repos, "acme/web\t\n"},
+         msg::PrsFetched{answerFor("acme/gone", "Old"), true}, msg::PathResolved{"/usr/bin"},
+         msg::PrsFetched{answerFor("acme/web", "One"), true}, msg::Refresh{},
+         msg::PrsFetched{answerFor("acme/web", "Two"), true}, msg::Refresh{},
+         msg::PrsFetched{answerFor("acme/web", "Two"), false}},
+    };
+    for (const auto& script : scripts) {
+        Store store(nullptr);
+        Model reference;
+        int changes = 0;
+        QObject::connect(&store, &Store::changed, [&] { ++changes; });
+        for (std::size_t i = 0; i < script.size(); ++i) {
+            Effects performed;
+            store.setPerform([&](const Effect& e) { performed.push_back(e); });
+            auto [next, effects] = update(reference, script[i]);
+            const int expected = changes + (next == reference ? 0 : 1);
+            reference = std::move(next);
+
+            store.send(script[i]);
+
+            EXPECT_EQ(changes, expected) << "message " << i;
+            EXPECT_TRUE(store.model() == reference) << "message " << i;
+            EXPECT_EQ(performed, effects) << "message " << i;
+        }
+    }
 }
 
 TEST(panel_model, notifies_only_the_properties_whose_value_changed) {

@@ -13,29 +13,14 @@ standard input is "action ID NAME" (emits ActionInvoked) or "close ID"
 (emits NotificationClosed). Ends with its input.
 """
 import argparse
-import json
-import os
-import sys
 
 import dbus
 import dbus.service
-from dbus.mainloop.glib import DBusGMainLoop
 from gi.repository import GLib
 
+from fake_bus import plain, say, serve
+
 INTERFACE = "org.freedesktop.Notifications"
-
-
-def plain(value):
-    """A D-Bus value as plain JSON, keeping a byte's type visible."""
-    if isinstance(value, dbus.Byte):
-        return {"byte": int(value)}
-    if isinstance(value, (dbus.Dictionary, dict)):
-        return {str(k): plain(v) for k, v in value.items()}
-    if isinstance(value, (dbus.Array, list)):
-        return [plain(v) for v in value]
-    if isinstance(value, (dbus.Int32, dbus.UInt32, dbus.Int64, dbus.UInt64, int)):
-        return int(value)
-    return str(value)
 
 
 class Server(dbus.service.Object):
@@ -56,10 +41,9 @@ class Server(dbus.service.Object):
     @dbus.service.method(INTERFACE, in_signature="susssasa{sv}i",
                          async_callbacks=("reply", "error"))
     def Notify(self, app, replaces, icon, summary, body, actions, hints, timeout, reply, error):
-        print(json.dumps({"call": "Notify", "app": str(app), "replaces": int(replaces),
-                          "icon": str(icon), "summary": str(summary), "body": str(body),
-                          "actions": plain(actions), "hints": plain(hints),
-                          "timeout": int(timeout)}, sort_keys=True), flush=True)
+        say(call="Notify", app=str(app), replaces=int(replaces), icon=str(icon),
+            summary=str(summary), body=str(body), actions=plain(actions), hints=plain(hints),
+            timeout=int(timeout))
         if self.options.silent:
             return
         if replaces:
@@ -103,33 +87,7 @@ def main():
     parser.add_argument("--garbage", action="store_true")
     parser.add_argument("--silent", action="store_true")
     options = parser.parse_args()
-
-    DBusGMainLoop(set_as_default=True)
-    bus = dbus.SessionBus()
-    server = Server(bus, options)
-    name = dbus.service.BusName(INTERFACE, bus)
-    loop = GLib.MainLoop()
-
-    pending = [b""]
-
-    def on_input(channel, condition):
-        # Raw reads: several commands may come in one chunk, and a buffered
-        # readline would keep the later ones from the next wakeup.
-        chunk = os.read(sys.stdin.fileno(), 4096)
-        if not chunk:
-            loop.quit()
-            return False
-        *lines, pending[0] = (pending[0] + chunk).split(b"\n")
-        lines = [l.decode("utf-8") for l in lines]
-        for line in lines:
-            if line.strip():
-                server.command(line)
-        return True
-
-    GLib.io_add_watch(sys.stdin, GLib.IO_IN | GLib.IO_HUP, on_input)
-    print("ready", flush=True)
-    loop.run()
-    del name
+    serve(INTERFACE, lambda bus: Server(bus, options), Server.command)
 
 
 if __name__ == "__main__":

@@ -12,13 +12,11 @@ Update signal. Each line on standard input is a command:
 Ends with its input.
 """
 import json
-import os
-import sys
 
 import dbus
 import dbus.service
-from dbus.mainloop.glib import DBusGMainLoop
-from gi.repository import GLib
+
+from fake_bus import serve
 
 WATCHER = "org.kde.StatusNotifierWatcher"
 ITEM = "org.kde.StatusNotifierItem"
@@ -106,42 +104,20 @@ class Watcher(dbus.service.Object):
 
 
 def main():
-    DBusGMainLoop(set_as_default=True)
-    bus = dbus.SessionBus()
-    watcher = Watcher(bus)
-    bus.add_signal_receiver(
-        lambda uri, props: print("launcher", int(props.get("count", -1)),
-                                 int(bool(props.get("count-visible", False))), flush=True),
-        signal_name="Update", dbus_interface="com.canonical.Unity.LauncherEntry")
-    name = dbus.service.BusName(WATCHER, bus)
-    loop = GLib.MainLoop()
+    def make(bus):
+        bus.add_signal_receiver(
+            lambda uri, props: print("launcher", int(props.get("count", -1)),
+                                     int(bool(props.get("count-visible", False))), flush=True),
+            signal_name="Update", dbus_interface="com.canonical.Unity.LauncherEntry")
+        return Watcher(bus)
 
-    pending = [b""]
+    def command(watcher, line):
+        if line == "probe":
+            watcher.probe()
+        elif line == "activate":
+            watcher.activate()
 
-    def on_input(channel, condition):
-        # Raw reads: several commands may come in one chunk, and a buffered
-        # readline would keep the later ones from the next wakeup.
-        chunk = os.read(sys.stdin.fileno(), 4096)
-        if not chunk:
-            loop.quit()
-            return False
-        *lines, pending[0] = (pending[0] + chunk).split(b"\n")
-        lines = [l.decode("utf-8") for l in lines]
-        for line in lines:
-            command = line.strip()
-            try:
-                if command == "probe":
-                    watcher.probe()
-                elif command == "activate":
-                    watcher.activate()
-            except (dbus.exceptions.DBusException, IndexError) as error:
-                print("error", str(error).splitlines()[0] if str(error) else type(error).__name__, flush=True)
-        return True
-
-    GLib.io_add_watch(sys.stdin, GLib.IO_IN | GLib.IO_HUP, on_input)
-    print("ready", flush=True)
-    loop.run()
-    del name
+    serve(WATCHER, make, command)
 
 
 if __name__ == "__main__":

@@ -1,30 +1,36 @@
 #!/usr/bin/python3
-"""Test helper: a stand-in for the XDG desktop portal's Settings interface on
-the session bus named by DBUS_SESSION_BUS_ADDRESS.
+"""Test helper: a stand-in for the XDG desktop portal's Settings and
+Notification interfaces on the session bus named by DBUS_SESSION_BUS_ADDRESS.
 
-    fake_portal.py [--delay SECONDS] [--old] [--switch SECONDS] SCHEME [CONTRAST]
+    fake_portal.py [--delay SECONDS] [--old] [--switch SECONDS] [--silent] SCHEME [CONTRAST]
 
-answers Read/ReadOne of org.freedesktop.appearance color-scheme (SCHEME) and
-contrast (CONTRAST, default 0), each answer SECONDS late. A value that is not
-a number is sent as a string, as a broken portal might. --old: no ReadOne, as
-portals before version 2 of the interface. --switch: that long after the first
-colour-scheme answer, the scheme turns light. Prints "ready" once it owns the
-name; then each line "KEY VALUE" on standard input changes a value and emits
-SettingChanged. Ends with its input.
+Settings answers Read/ReadOne of org.freedesktop.appearance color-scheme
+(SCHEME) and contrast (CONTRAST, default 0), each answer SECONDS late. A value
+that is not a number is sent as a string, as a broken portal might. --old: no
+ReadOne, as portals before version 2 of the interface. --switch: that long
+after the first colour-scheme answer, the scheme turns light.
+
+Notification prints each AddNotification as one JSON line {"call":
+"AddNotification", "id", "notification"}; --silent never answers it.
+
+Prints "ready" once it owns the name; then each line on standard input is
+"action ID NAME" (emits ActionInvoked) or "KEY VALUE" (changes a setting and
+emits SettingChanged). Ends with its input.
 """
 import argparse
-import sys
 
 import dbus
 import dbus.service
-from dbus.mainloop.glib import DBusGMainLoop
 from gi.repository import GLib
+
+from fake_bus import plain, say, serve
 
 NAMESPACE = "org.freedesktop.appearance"
 INTERFACE = "org.freedesktop.portal.Settings"
+NOTIFICATION = "org.freedesktop.portal.Notification"
 
 
-class Settings(dbus.service.Object):
+class Portal(dbus.service.Object):
     def __init__(self, bus, options):
         super().__init__(bus, "/org/freedesktop/portal/desktop")
         self.options = options
@@ -67,8 +73,23 @@ class Settings(dbus.service.Object):
     def SettingChanged(self, namespace, key, value):
         pass
 
+    @dbus.service.method(NOTIFICATION, in_signature="sa{sv}", out_signature="",
+                         async_callbacks=("reply", "error"))
+    def AddNotification(self, id, notification, reply, error):
+        say(call="AddNotification", id=str(id), notification=plain(notification))
+        if not self.options.silent:
+            reply()
+
+    @dbus.service.signal(NOTIFICATION, signature="ssav")
+    def ActionInvoked(self, id, action, parameter):
+        pass
+
     def command(self, line):
-        key, value = line.split()
+        words = line.split()
+        if words[0] == "action":
+            self.ActionInvoked(words[1], words[2], dbus.Array([], signature="v"))
+            return False
+        key, value = words
         self.values[key] = value
         self.SettingChanged(NAMESPACE, key, self.wrapped(key, 1))
         return False
@@ -79,29 +100,11 @@ def main():
     parser.add_argument("--delay", type=float, default=0)
     parser.add_argument("--old", action="store_true")
     parser.add_argument("--switch", type=float)
+    parser.add_argument("--silent", action="store_true")
     parser.add_argument("scheme")
     parser.add_argument("contrast", nargs="?", default="0")
     options = parser.parse_args()
-
-    DBusGMainLoop(set_as_default=True)
-    bus = dbus.SessionBus()
-    settings = Settings(bus, options)
-    name = dbus.service.BusName("org.freedesktop.portal.Desktop", bus)
-    loop = GLib.MainLoop()
-
-    def on_input(channel, condition):
-        line = sys.stdin.readline()
-        if not line:
-            loop.quit()
-            return False
-        if line.strip():
-            settings.command(line)
-        return True
-
-    GLib.io_add_watch(sys.stdin, GLib.IO_IN | GLib.IO_HUP, on_input)
-    print("ready", flush=True)
-    loop.run()
-    del name
+    serve("org.freedesktop.portal.Desktop", lambda bus: Portal(bus, options), Portal.command)
 
 
 if __name__ == "__main__":
