@@ -10,31 +10,41 @@ Item {
     required property string widthClass
     readonly property bool asSymbol: widthClass === "minimal"
 
-    implicitWidth: asSymbol ? symbol.width : pill.implicitWidth
-    implicitHeight: asSymbol ? symbol.height : pill.implicitHeight
+    implicitWidth: content.implicitWidth
+    implicitHeight: content.implicitHeight
 
     Accessible.role: Accessible.StaticText
     Accessible.name: "draft"
 
-    Pill {
-        id: pill
-        visible: !marker.asSymbol
+    // Built only on a draft's row.
+    // The components below are built by this file's loader, in its context.
+    // qmllint disable unqualified
+    Loader {
+        id: content
         anchors.verticalCenter: parent.verticalCenter
-        theme: marker.theme
-        text: "draft"
-        role: "warning"
-        Accessible.ignored: true
+        active: marker.visible
+        sourceComponent: marker.asSymbol ? symbol : pill
     }
-    SymbolIcon {
+    Component {
+        id: pill
+        Pill {
+            theme: marker.theme
+            text: "draft"
+            role: "warning"
+            Accessible.ignored: true
+        }
+    }
+    Component {
         id: symbol
-        visible: marker.asSymbol
-        anchors.verticalCenter: parent.verticalCenter
-        name: "circle.dashed"
-        size: 11
-        color: marker.theme.dark ? marker.theme.warning : marker.theme.warningEmphasis
+        SymbolIcon {
+            name: "circle.dashed"
+            size: 11
+            color: marker.theme.dark ? marker.theme.warning : marker.theme.warningEmphasis
+        }
     }
     HoverHandler { id: hover; enabled: marker.asSymbol }
     ToolTip.text: "Draft"
     ToolTip.visible: marker.asSymbol && hover.hovered
     ToolTip.delay: 700
+    // qmllint enable unqualified
 }

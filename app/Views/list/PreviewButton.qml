@@ -23,33 +23,38 @@ PlainControl {
         }
         // The dot is a badge on the square's lower right corner, cut out of
         // the symbol by a ring of the panel's own colour.
-        Item {
-            visible: button.deploy.length > 0
+        Loader {
+            active: button.deploy.length > 0
             width: 9
             height: 9
             // The symbol is centred: its lower right corner, 3 points in.
             x: (parent.width + button.symbolSize) / 2 - 3 - width / 2
             y: (parent.height + button.symbolSize) / 2 - 3 - height / 2
-            Rectangle {
-                anchors.fill: parent
-                radius: width / 2
-                color: button.theme.backdrop
-            }
-            Rectangle {
-                anchors.fill: parent
-                radius: width / 2
-                color: button.theme.backdropOverlay
-            }
-            Rectangle {
-                anchors.centerIn: parent
-                width: 6
-                height: 6
-                radius: 3
-                color: button.deploy === "ready" ? button.theme.success
-                     : button.deploy === "failed" ? button.theme.destructive
-                     : button.deploy === "building" ? button.theme.warning
-                     : button.theme.tertiary
+            // The components below are built by this file's loader, in its context.
+            // qmllint disable unqualified
+            sourceComponent: Item {
+                Rectangle {
+                    anchors.fill: parent
+                    radius: width / 2
+                    color: button.theme.backdrop
+                }
+                Rectangle {
+                    anchors.fill: parent
+                    radius: width / 2
+                    color: button.theme.backdropOverlay
+                }
+                Rectangle {
+                    anchors.centerIn: parent
+                    width: 6
+                    height: 6
+                    radius: 3
+                    color: button.deploy === "ready" ? button.theme.success
+                         : button.deploy === "failed" ? button.theme.destructive
+                         : button.deploy === "building" ? button.theme.warning
+                         : button.theme.tertiary
+                }
             }
         }
     }
+    // qmllint enable unqualified
 }
