@@ -112,7 +112,11 @@ void PanelModel::updateLists(const Model& model) {
     const auto sameRows = [](const Repo& a, const Repo& b) {
         return a.id == b.id && a.name == b.name && a.pattern == b.pattern && a.detectedPattern == b.detectedPattern;
     };
-    if (!std::equal(model.repos.begin(), model.repos.end(), watchedShown_.begin(), watchedShown_.end(), sameRows)) {
+    // The watched list is drawn only on the settings screen: while the list is
+    // shown it waits, so a first refresh of a long watch list, which learns a
+    // pattern per answer, does not rebuild it per answer.
+    if (model.screen == Screen::manage
+        && !std::equal(model.repos.begin(), model.repos.end(), watchedShown_.begin(), watchedShown_.end(), sameRows)) {
         // Only a repository that changed is made into a row again.
         std::unordered_map<std::int64_t, std::size_t> shownAt;
         shownAt.reserve(watchedShown_.size());

@@ -446,6 +446,17 @@ TEST_F(manage_screen, popovers_the_model_closes_send_nothing) {
     EXPECT_EQ(h.takeSent(), Sent{});
 }
 
+TEST_F(manage_screen, the_watched_list_catches_up_with_what_changed_while_the_list_was_shown) {
+    Model m = settings();
+    m.screen = Screen::list;
+    show(m);
+    m.repos[2].detectedPattern = "https://site-{number}.example.com";
+    setModel(m);
+    m.screen = Screen::manage;
+    setModel(m);
+    EXPECT_NE(h.find("https://site-{number}.example.com"), nullptr) << names();
+}
+
 TEST_F(manage_screen, a_refresh_changes_a_row_in_place_and_keeps_its_editor) {
     Model m = settings();
     m.editingRepo = 3;
