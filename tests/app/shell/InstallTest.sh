@@ -4,10 +4,9 @@
 # the project's version; the icons have their sizes; and the Debian package carries the same files,
 # needs Qt and recommends gh without needing it.
 set -uo pipefail
-build=$1 probe=$2 version=$3 work=$(mktemp -d) failures=0
-trap 'rm -rf "$work"' EXIT
+build=$1 probe=$2 version=$3
+. "$(dirname "$0")/../support/script.sh"
 export LC_ALL=C
-fail() { echo "FAIL: $*"; failures=$((failures + 1)); }
 prefix=$work/prefix
 expected="bin/velmar
 share/applications/velmar.desktop
@@ -46,5 +45,4 @@ depends=$(dpkg-deb -f "$deb" Depends) recommends=$(dpkg-deb -f "$deb" Recommends
 [[ $recommends == *gh* && ! $depends =~ (^|[ ,])gh([ ,]|$) ]] || fail "gh: Depends '$depends', Recommends '$recommends'"
 [[ $recommends == *fonts-noto-color-emoji* ]] || fail "no colour emoji font recommended: '$recommends'"
 
-[ $failures -eq 0 ] || { echo "$failures check(s) failed"; exit 1; }
-echo "all install checks passed"
+finish install

@@ -4,24 +4,13 @@
 # light while the panel runs gives a light one; high contrast changes the picture; without a
 # portal the palette decides (light, offscreen).
 set -uo pipefail
-velmar=$1 probe=$2 portal=$3 work=$(mktemp -d) failures=0 bus=""
-trap 'kill $bus 2>/dev/null; rm -rf "$work"' EXIT
-config=$work/home/.config/velmar
-mkdir -p "$config" "$work/bin" "$work/run" && chmod 700 "$work/run"
-printf 'auto\t1\nview\tlist\nonboarded\t1\nappearance\tsystem\n' >"$config/settings.tsv"
-printf 'x\t40\ny\t30\nwidth\t360\nheight\t480\n' >"$config/window.tsv"
-printf '#!/bin/sh\nexit 0\n' >"$work/bin/gh" && chmod +x "$work/bin/gh"
-cat >"$work/bus.conf" <<EOF
-<busconfig><type>session</type><listen>unix:dir=$work</listen><policy context="default">
-<allow send_destination="*" eavesdrop="true"/><allow eavesdrop="true"/><allow own="*"/>
-</policy></busconfig>
-EOF
-dbus-daemon --fork --print-address=1 --print-pid=1 --config-file="$work/bus.conf" >"$work/bus"
-bus=$(sed -n 2p "$work/bus")
-export DBUS_SESSION_BUS_ADDRESS=$(sed -n 1p "$work/bus")
-export PATH="$work/bin:$PATH" QT_QPA_PLATFORM=offscreen VELMAR_HOME="$work/home" XDG_RUNTIME_DIR="$work/run"
-unset VELMAR_APPEARANCE VELMAR_MATERIAL VELMAR_DEBUG_SEND VELMAR_SNAPSHOT
-fail() { echo "FAIL: $*"; failures=$((failures + 1)); }
+velmar=$1 probe=$2 portal=$3
+. "$(dirname "$0")/../support/script.sh"
+. "$(dirname "$0")/../support/private_bus.sh"
+private_bus "$work" && started+=("$bus")
+home "$work/home" 'auto\t1\nview\tlist\nonboarded\t1\nappearance\tsystem\n'
+printf 'x\t40\ny\t30\nwidth\t360\nheight\t480\n' >"$work/home/.config/velmar/window.tsv"
+export QT_QPA_PLATFORM=offscreen VELMAR_HOME="$work/home"
 
 # shot NAME [PORTAL ARGUMENTS...]: one run that saves $work/NAME.png, beside a fake portal with
 # those arguments (none: no portal at all).
@@ -34,7 +23,7 @@ shot() {
         /usr/bin/python3 "$portal" "$@" <"$work/$name.in" >"$work/$name.portal" &
         fake=$!
         exec 3>"$work/$name.in"
-        for _ in $(seq 100); do grep -q ready "$work/$name.portal" && break; sleep 0.1; done
+        within 10 grep -q ready "$work/$name.portal" || fail "$name: the fake portal did not start"
     fi
     VELMAR_SNAPSHOT="$work/$name.png" VELMAR_SNAPSHOT_DELAY=2.5 timeout 60 "$velmar" 2>"$work/$name.err"
     [ -z "$fake" ] || { exec 3>&-; wait "$fake"; }
@@ -52,5 +41,4 @@ dark=$(luminance dark) switched=$(luminance switched) none=$(luminance none)
 differ=$("$probe" "$work/contrast.png" "$work/dark.png" | cut -d' ' -f5)
 [ "${differ:-0}" -gt 0 ] || fail "high contrast: the picture is the same as without"
 
-[ $failures -eq 0 ] || { echo "$failures check(s) failed"; cat "$work"/*.err; exit 1; }
-echo "all portal checks passed"
+finish portal "$work"/*.err

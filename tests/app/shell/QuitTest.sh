@@ -7,9 +7,7 @@
 set -uo pipefail
 velmar=$1
 [ -n "${DISPLAY:-}" ] || exec xvfb-run -a -s "-screen 0 1280x1024x24" bash "$0" "$@"
-work=$(mktemp -d) failures=0 started=()
-trap 'kill -9 "${started[@]}" 2>/dev/null; wait 2>/dev/null; rm -rf "$work"' EXIT
-mkdir -p "$work/bin" "$work/run" && chmod 700 "$work/run"
+. "$(dirname "$0")/../support/script.sh"
 # gh: logged in; a pull request list that never ends. Each hanging gh notes its id.
 cat >"$work/bin/gh" <<GH
 #!/bin/sh
@@ -20,14 +18,7 @@ exit 0
 GH
 printf '#!/bin/sh\nprintf "__VELMAR_PATH__%%s__VELMAR_END__" "%s/bin:/usr/bin:/bin"\n' "$work" >"$work/login"
 chmod +x "$work/bin/gh" "$work/login"
-export SHELL="$work/login" XDG_RUNTIME_DIR="$work/run" QT_QPA_PLATFORM=offscreen
-unset VELMAR_SNAPSHOT VELMAR_DEBUG_SEND VELMAR_DEBUG_SEND_DELAY XDG_ACTIVATION_TOKEN DESKTOP_STARTUP_ID
-fail() { echo "FAIL: $*"; failures=$((failures + 1)); }
-# within SECONDS COMMAND...: true once the command succeeds, polling every 20 ms.
-within() {
-    local end=$(($(date +%s%N) + $1 * 1000000000)); shift
-    until "$@"; do [ "$(date +%s%N)" -lt $end ] || return 1; sleep 0.02; done
-}
+export SHELL="$work/login"
 alive() { [ -e "/proc/$1" ] && ! grep -q '^[0-9]* ([^)]*) Z' "/proc/$1/stat" 2>/dev/null; }
 gh_alive() { [ -f "$work/ghpids" ] || return 1; local p; for p in $(cat "$work/ghpids"); do alive "$p" && return 0; done; return 1; }
 ended() { ! alive "$1"; }
@@ -41,8 +32,7 @@ row() {
     local name=$1 signals=$2 with_saves=$3 home="$work/home-$1"
     export QT_QPA_PLATFORM=${4:-offscreen}
     local config="$home/.config/velmar"
-    mkdir -p "$config" && rm -f "$work/ghpids"
-    printf 'onboarded\t1\n' >"$config/settings.tsv"
+    home "$home" 'onboarded\t1\n' && rm -f "$work/ghpids"
     printf 'o/r\t\n' >"$config/repos.tsv"
     if [ "$with_saves" = yes ]; then
         VELMAR_HOME="$home" VELMAR_DEBUG_SEND="$saves" VELMAR_DEBUG_SEND_DELAY=1 "$velmar" 2>>"$work/err" &
@@ -88,5 +78,4 @@ done
 row "TERM-twice" "TERM TERM" yes
 row "TERM-x11" TERM yes xcb
 
-[ $failures -eq 0 ] || { echo "$failures check(s) failed"; cat "$work/err"; exit 1; }
-echo "all quit checks passed"
+finish quit "$work/err"

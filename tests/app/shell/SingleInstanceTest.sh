@@ -6,16 +6,9 @@
 set -uo pipefail
 velmar=$1 x11win=$2 desktop=$3
 [ -n "${DISPLAY:-}" ] || exec xvfb-run -a -s "-screen 0 1280x1024x24" bash "$0" "$@"
-work=$(mktemp -d) failures=0 started=()
-trap 'kill -9 "${started[@]}" 2>/dev/null; wait 2>/dev/null; rm -rf "$work"' EXIT
-mkdir -p "$work/bin" "$work/run" && chmod 700 "$work/run"
-printf '#!/bin/sh\nexit 0\n' >"$work/bin/gh" && chmod +x "$work/bin/gh"
-export PATH="$work/bin:$PATH" XDG_RUNTIME_DIR="$work/run" QT_QPA_PLATFORM=xcb
-unset VELMAR_SNAPSHOT VELMAR_DEBUG_SEND XDG_ACTIVATION_TOKEN DESKTOP_STARTUP_ID
-fail() { echo "FAIL: $*"; failures=$((failures + 1)); }
+. "$(dirname "$0")/../support/script.sh"
+export QT_QPA_PLATFORM=xcb
 x11() { python3 "$x11win" "$@" 2>/dev/null; }
-# within COMMAND...: true once the command succeeds, trying for up to ten seconds.
-within() { for _ in $(seq 100); do "$@" && return 0; sleep 0.1; done; return 1; }
 has_window() { x11 pids Velmar | grep -qx "$1"; }
 focused() { [ "$(x11 focus)" = "$1" ]; }
 ended() { ! kill -0 "$1" 2>/dev/null; }
@@ -23,23 +16,22 @@ either_ended() { ended "$1" || ended "$2"; }
 
 # start HOME: velmar with that home (onboarded) in the background; its id in $pid.
 start() {
-    mkdir -p "$work/$1/.config/velmar"
-    printf 'onboarded\t1\n' >"$work/$1/.config/velmar/settings.tsv"
+    home "$work/$1" 'onboarded\t1\n'
     VELMAR_HOME="$work/$1" "$velmar" 2>>"$work/err" &
     pid=$!
     started+=("$pid")
 }
 
 start a && a=$pid
-within has_window "$a" || fail "first panel: no window"
+within 10 has_window "$a" || fail "first panel: no window"
 start b && b=$pid
-within has_window "$b" || fail "another home: no second panel"
-within focused "$b" || fail "the second panel did not take the focus"
+within 10 has_window "$b" || fail "another home: no second panel"
+within 10 focused "$b" || fail "the second panel did not take the focus"
 
 VELMAR_HOME="$work/a" timeout 20 "$velmar"
 status=$?
 [ $status -eq 0 ] || fail "second start with the same home: status $status"
-within focused "$a" || fail "the first panel did not come forward; focus is with $(x11 focus)"
+within 10 focused "$a" || fail "the first panel did not come forward; focus is with $(x11 focus)"
 kill -0 "$a" && kill -0 "$b" || fail "a panel ended"
 
 out=$(echo '{"msg":"boot"}' | VELMAR_HOME="$work/a" timeout 20 "$velmar" --headless | tail -n 1)
@@ -51,20 +43,19 @@ class=$(sed -n 's/^StartupWMClass=//p' "$desktop")
 
 { kill -9 "$a" && wait "$a"; } 2>/dev/null
 start a && a=$pid
-within has_window "$a" || fail "after kill -9 the next start has no window"
+within 10 has_window "$a" || fail "after kill -9 the next start has no window"
 VELMAR_HOME="$work/a" timeout 20 "$velmar"
 status=$?
 [ $status -eq 0 ] || fail "after kill -9 the new panel does not serve its home: status $status"
 
 start c && c1=$pid
 start c && c2=$pid
-within either_ended "$c1" "$c2" || fail "two starts at once: both still run"
+within 10 either_ended "$c1" "$c2" || fail "two starts at once: both still run"
 if ended "$c1"; then gone=$c1 kept=$c2; else gone=$c2 kept=$c1; fi
 wait "$gone"
 status=$?
 [ $status -eq 0 ] || fail "two starts at once: the one that left has status $status"
-within has_window "$kept" || fail "two starts at once: the one that stayed has no window"
+within 10 has_window "$kept" || fail "two starts at once: the one that stayed has no window"
 ended "$kept" && fail "two starts at once: no panel left"
 
-[ $failures -eq 0 ] || { echo "$failures check(s) failed"; cat "$work/err"; exit 1; }
-echo "all one-instance checks passed"
+finish one-instance "$work/err"

@@ -2,17 +2,12 @@
 # The real app offscreen, with a temporary home and a gh that reports nothing, saves pictures of
 # itself: the list side, the settings side (replayed message), light, and an unwritable path.
 set -uo pipefail
-velmar=$1 probe=$2 work=$(mktemp -d) failures=0
-trap 'rm -rf "$work"' EXIT
-config=$work/home/.config/velmar
-mkdir -p "$config" "$work/bin"
-printf 'auto\t1\nview\tlist\nonboarded\t1\nappearance\tdark\n' >"$config/settings.tsv"
-printf 'x\t40\ny\t30\nwidth\t360\nheight\t480\n' >"$config/window.tsv"
-: >"$config/repos.tsv"
-printf '#!/bin/sh\nexit 0\n' >"$work/bin/gh" && chmod +x "$work/bin/gh"
-export PATH="$work/bin:$PATH" QT_QPA_PLATFORM=offscreen VELMAR_HOME="$work/home"
-unset VELMAR_APPEARANCE VELMAR_MATERIAL VELMAR_DEBUG_SEND VELMAR_DEBUG_SEND_DELAY
-fail() { echo "FAIL: $*"; failures=$((failures + 1)); }
+velmar=$1 probe=$2
+. "$(dirname "$0")/../support/script.sh"
+home "$work/home" 'auto\t1\nview\tlist\nonboarded\t1\nappearance\tdark\n'
+printf 'x\t40\ny\t30\nwidth\t360\nheight\t480\n' >"$work/home/.config/velmar/window.tsv"
+: >"$work/home/.config/velmar/repos.tsv"
+export QT_QPA_PLATFORM=offscreen VELMAR_HOME="$work/home"
 
 # shot NAME [VAR=VALUE...]: one run that saves $work/NAME.png and quits.
 shot() {
@@ -42,5 +37,4 @@ read -r _ _ _ lum_light _ < <(describe light)
 shot bad VELMAR_SNAPSHOT="$work/missing/dir/x.png" VELMAR_SNAPSHOT_DELAY=0.2
 grep -q '^velmar: snapshot failed: ' "$work/bad.err" || fail "bad path: no failure line"
 
-[ $failures -eq 0 ] || { echo "$failures check(s) failed"; exit 1; }
-echo "all snapshot checks passed"
+finish snapshot

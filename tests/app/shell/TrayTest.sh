@@ -7,19 +7,15 @@
 # goes and comes back gets the icon again.
 set -uo pipefail
 [ -n "${DISPLAY:-}" ] || exec xvfb-run -a -s "-screen 0 1280x1024x24" bash "$0" "$@"
-velmar=$1 tray=$2 work=$(mktemp -d) failures=0 bus="" panel="" fake=""
-trap 'exec 3>&- 2>/dev/null; kill $panel $fake $bus 2>/dev/null; rm -rf "$work"' EXIT
-config=$work/home/.config/velmar
-mkdir -p "$config" "$work/bin" "$work/run" && chmod 700 "$work/run"
-printf 'auto\t0\nview\tlist\nonboarded\t1\nappearance\tdark\n' >"$config/settings.tsv"
-printf 'acme/web\t\n' >"$config/repos.tsv"
-printf 'checks\t1\ntray\t1\n' >"$config/extras.tsv"
-printf '#!/bin/sh\nexit 0\n' >"$work/bin/gh" && chmod +x "$work/bin/gh"
+velmar=$1 tray=$2
+. "$(dirname "$0")/../support/script.sh"
 . "$(dirname "$0")/../support/private_bus.sh"
-private_bus "$work"
-export PATH="$work/bin:$PATH" QT_QPA_PLATFORM=xcb VELMAR_HOME="$work/home" XDG_RUNTIME_DIR="$work/run"
-unset VELMAR_APPEARANCE VELMAR_MATERIAL VELMAR_SNAPSHOT
-fail() { echo "FAIL: $*"; failures=$((failures + 1)); }
+private_bus "$work" && started+=("$bus")
+trap 'exec 3>&- 2>/dev/null; kill -9 "${started[@]}" 2>/dev/null; wait 2>/dev/null; rm -rf "$work"' EXIT
+home "$work/home"
+printf 'acme/web\t\n' >"$work/home/.config/velmar/repos.tsv"
+printf 'checks\t1\ntray\t1\n' >"$work/home/.config/velmar/extras.tsv"
+export QT_QPA_PLATFORM=xcb VELMAR_HOME="$work/home"
 
 # One answer of the batched query: the viewer "ana", her pull request with failing checks, and three
 # pull requests waiting for her review.
@@ -38,15 +34,22 @@ EOF
 )
 
 # lines FILE PATTERN: waits up to ten seconds for a line matching PATTERN in FILE.
-lines() { for _ in $(seq 100); do grep -q "$2" "$1" && return 0; sleep 0.1; done; return 1; }
+lines() { within 10 grep -q "$2" "$1"; }
 
+# The tray starts after the panel has looked for one: the bus sees it ask.
+dbus-monitor "member='NameHasOwner'" >"$work/monitor" 2>&1 &
+started+=($!)
+asked() {
+    dbus-send --dest=org.freedesktop.DBus /org/freedesktop/DBus org.freedesktop.DBus.NameHasOwner string:"$1"
+    grep -q "\"$1\"" "$work/monitor"
+}
+within 10 asked probe || fail "the monitor did not start"
 VELMAR_DEBUG_SEND="$answer" VELMAR_DEBUG_SEND_DELAY=4 timeout 60 "$velmar" 2>"$work/velmar.err" &
-panel=$!
-sleep 2
-# The tray starts after the panel.
+started+=($!)
+lines "$work/monitor" '"org.kde.StatusNotifierWatcher"' || fail "the panel never looked for a tray"
 mkfifo "$work/tray.in"
 /usr/bin/python3 "$tray" <"$work/tray.in" >"$work/tray.out" &
-fake=$!
+fake=$! && started+=("$fake")
 exec 3>"$work/tray.in"
 lines "$work/tray.out" ready || fail "the fake tray did not start"
 lines "$work/tray.out" '^registered' || fail "no item registered with a tray that came late"
@@ -75,9 +78,8 @@ exec 3>&-
 wait "$fake"
 : >"$work/tray.out"
 /usr/bin/python3 "$tray" <"$work/tray.in" >"$work/tray.out" &
-fake=$!
+started+=($!)
 exec 3>"$work/tray.in"
 lines "$work/tray.out" '^registered' || fail "no item registered with a tray that came back"
 
-[ $failures -eq 0 ] || { echo "$failures check(s) failed"; cat "$work/velmar.err" "$work/tray.out"; exit 1; }
-echo "all tray checks passed"
+finish tray "$work/velmar.err" "$work/tray.out"

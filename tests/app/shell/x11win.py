@@ -68,7 +68,12 @@ def mapped(display, window):
     return attributes.map_state == 2  # IsViewable
 
 
-def session(command, title_wanted=None):
+def titled(display, wanted, shown=True):
+    windows = [w for w in top_levels(display) if title(display, w) == wanted and (not shown or mapped(display, w))]
+    return windows or sys.exit("x11win: no window titled %r" % wanted)
+
+
+def main(command, wanted=None, *corner):
     display = x.XOpenDisplay(None) or sys.exit("x11win: no display")
     if command == "focus":
         focus, revert = W(), I()
@@ -83,39 +88,22 @@ def session(command, title_wanted=None):
         print(tops.get(window, 0))
     elif command == "pids":
         for window in top_levels(display):
-            if title(display, window) == title_wanted and mapped(display, window):
+            if title(display, window) == wanted and mapped(display, window):
                 print(pid(display, window))
-    else:
-        for window in top_levels(display):
-            if title(display, window) == title_wanted and mapped(display, window):
-                if command == "icons":
-                    print(*icon_widths(display, window))
-                    return
-                hint = (C.c_char_p * 2)()
-                x.XGetClassHint(display, window, C.byref(hint))
-                print((hint[0] or b"").decode(), (hint[1] or b"").decode())
-                return
-        sys.exit("x11win: no window titled %r" % title_wanted)
-
-
-def main(command, title, *corner):
-    display = x.XOpenDisplay(None) or sys.exit("x11win: no display")
-    tree = [W(), W(), P(W)(), U()]
-    x.XQueryTree(display, x.XDefaultRootWindow(display), *map(C.byref, tree))
-    for window in tree[2][:tree[3].value]:
-        name = C.c_char_p()
-        if x.XFetchName(display, window, C.byref(name)) and name.value == title.encode():
-            break
-    else:
-        sys.exit("x11win: no window titled %r" % title)
-    if command == "move":
-        x.XMoveWindow(display, window, int(corner[0]), int(corner[1]))
+    elif command == "icons":
+        print(*icon_widths(display, titled(display, wanted)[0]))
+    elif command == "class":
+        hint = (C.c_char_p * 2)()
+        x.XGetClassHint(display, titled(display, wanted)[0], C.byref(hint))
+        print((hint[0] or b"").decode(), (hint[1] or b"").decode())
+    elif command == "move":
+        x.XMoveWindow(display, titled(display, wanted, False)[0], int(corner[0]), int(corner[1]))
         x.XSync(display, 0)
     else:
         geometry = [W(), I(), I(), U(), U(), U(), U()]
-        x.XGetGeometry(display, window, *map(C.byref, geometry))
+        x.XGetGeometry(display, titled(display, wanted, False)[0], *map(C.byref, geometry))
         print(*(v.value for v in geometry[1:5]))
 
 
 if __name__ == "__main__":
-    (session if sys.argv[1] in ("focus", "pids", "class", "icons") else main)(*sys.argv[1:])
+    main(*sys.argv[1:])
