@@ -94,9 +94,7 @@ TEST_P(idle_frames, none_after_the_last_change_is_shown) {
 
 INSTANTIATE_TEST_SUITE_P(
     list, idle_frames,
-    ::testing::Values(Case{"one_repository_loads", [] { return loadingInTurn(1, 40); }, 420, false},
-                      Case{"five_load_in_turn", [] { return loadingInTurn(5, 40); }, 420, false},
-                      Case{"twenty_load_in_turn", [] { return loadingInTurn(20, 40); }, 420, false},
+    ::testing::Values(Case{"twenty_load_in_turn", [] { return loadingInTurn(20, 40); }, 420, false},
                       Case{"twenty_load_while_scrolled_down", [] { return loadingInTurn(20, 2); }, 260, true},
                       Case{"a_loading_one_is_removed", loadingOneRemoved, 520, false}),
     [](const ::testing::TestParamInfo<Case>& info) { return std::string(info.param.name); });

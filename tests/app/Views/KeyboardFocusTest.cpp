@@ -4,7 +4,6 @@
 // what the keys ask for.
 #include <gtest/gtest.h>
 
-#include <QGuiApplication>
 #include <QQuickItem>
 #include <QTest>
 
@@ -21,21 +20,19 @@ Model threeGroups() {
     return m;
 }
 
-QString focusedName(QQuickView& view) {
-    QQuickItem* item = view.activeFocusItem();
-    if (item == nullptr) return "(none)";
-    QAccessibleInterface* node = QAccessible::queryAccessibleInterface(item);
-    return node ? node->text(QAccessible::Name) : item->metaObject()->className();
+Model settings(int repos) {
+    Model m = readyModel();
+    m.screen = Screen::manage;
+    for (int r = 1; r <= repos; ++r) m.repos.push_back(repo(r, "acme/repo-" + std::to_string(r)));
+    return m;
 }
 
-bool waitFocus(QQuickView& view, const QString& name) {
-    return QTest::qWaitFor([&] { return focusedName(view) == name; }, 2000);
-}
-
-std::vector<std::string> repoOrder(ScreenHarness& h) {
-    std::vector<std::string> names;
-    for (const Repo& r : h.model().repos) names.push_back(r.name);
-    return names;
+// Shows `m` with the core running and gives `name` the focus.
+void focusOn(ScreenHarness& h, const Model& m, const char* name) {
+    h.runCore(true);
+    h.show(m);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return h.find(name) != nullptr; }, 2000)) << name;
+    qobject_cast<QQuickItem*>(h.find(name)->object())->forceActiveFocus();
 }
 
 TEST(keyboard_focus, alt_arrows_move_the_same_group_again_and_again) {
@@ -53,98 +50,54 @@ TEST(keyboard_focus, alt_arrows_move_the_same_group_again_and_again) {
     for (const Row& row : table) {
         SCOPED_TRACE(row.focused);
         ScreenHarness h;
-        h.runCore(true);
-        h.show(threeGroups());
-        auto* heading = qobject_cast<QQuickItem*>(h.find(row.focused, QAccessible::Heading)->object());
-        ASSERT_NE(heading, nullptr);
-        heading->forceActiveFocus();
+        focusOn(h, threeGroups(), row.focused);
         for (int i = 0; i < row.presses; ++i) {
             QTest::keyClick(&h.view(), row.key, Qt::AltModifier);
-            EXPECT_TRUE(waitFocus(h.view(), row.focused))
-                << "after press " << i + 1 << " focus on " << focusedName(h.view()).toStdString();
+            EXPECT_TRUE(h.waitFocus(row.focused)) << "after press " << i + 1 << " focus on " << h.focusedName().toStdString();
         }
-        EXPECT_EQ(repoOrder(h), row.order);
+        std::vector<std::string> order;
+        for (const Repo& r : h.model().repos) order.push_back(r.name);
+        EXPECT_EQ(order, row.order);
     }
 }
 
-TEST(keyboard_focus, shift_f10_opens_the_menu_the_menu_key_opens) {
+// Closing a menu or popover, by Escape or by removing what it was about,
+// leaves the focus where the user can go on.
+TEST(keyboard_focus, a_closed_menu_or_popover_gives_focus_back_or_to_a_neighbour) {
     struct Row {
+        Model model;
         const char* focused;
-        const char* firstItem;
-    };
-    const Row table[] = {{"acme/web", "Open on GitHub"}, {"Open pull request #7", "Copy link"}};
-    for (const Row& row : table) {
-        for (Qt::Key key : {Qt::Key_Menu, Qt::Key_F10}) {
-            SCOPED_TRACE(std::string(row.focused) + (key == Qt::Key_F10 ? " Shift+F10" : " Menu"));
-            ScreenHarness h;
-            h.show(threeGroups());
-            qobject_cast<QQuickItem*>(h.find(row.focused)->object())->forceActiveFocus();
-            QTest::keyClick(&h.view(), key, key == Qt::Key_F10 ? Qt::ShiftModifier : Qt::NoModifier);
-            ASSERT_TRUE(QTest::qWaitFor([&] { return h.find(row.firstItem) != nullptr; }, 1000));
-            // Closing it gives the focus back to where it was.
-            QTest::keyClick(&h.view(), Qt::Key_Escape);
-            ASSERT_TRUE(QTest::qWaitFor([&] { return h.find(row.firstItem) == nullptr; }, 1000));
-            EXPECT_TRUE(waitFocus(h.view(), row.focused)) << "focus on " << focusedName(h.view()).toStdString();
-        }
-    }
-}
-
-Model settings(int repos) {
-    Model m = readyModel();
-    m.screen = Screen::manage;
-    for (int r = 1; r <= repos; ++r) m.repos.push_back(repo(r, "acme/repo-" + std::to_string(r)));
-    return m;
-}
-
-TEST(keyboard_focus, a_closed_popover_or_menu_gives_focus_back_to_its_opener) {
-    struct Row {
-        const char* opener;
         Qt::Key openKey;
-        const char* shown;  // an element of what opened
+        Qt::KeyboardModifiers modifiers;
+        const char* shown;     // an element of what opened
+        const char* pressed;   // pressed in it; none: Escape
+        const char* after;     // where focus lands
     };
     const Row table[] = {
-        {"Add a repo", Qt::Key_Space, "Repository slug"},
-        {"Edit acme/repo-2", Qt::Key_Space, "Preview URL"},
-        {"Edit acme/repo-2", Qt::Key_Menu, "Copy Name"},
+        {threeGroups(), "acme/web", Qt::Key_Menu, {}, "Open on GitHub", nullptr, "acme/web"},
+        {threeGroups(), "Open pull request #7", Qt::Key_F10, Qt::ShiftModifier, "Copy link", nullptr,
+         "Open pull request #7"},
+        {settings(3), "Add a repo", Qt::Key_Space, {}, "Repository slug", nullptr, "Add a repo"},
+        {settings(3), "Edit acme/repo-2", Qt::Key_Space, {}, "Preview URL", nullptr, "Edit acme/repo-2"},
+        {settings(3), "Edit acme/repo-2", Qt::Key_Menu, {}, "Copy Name", nullptr, "Edit acme/repo-2"},
+        {settings(3), "Edit acme/repo-2", Qt::Key_Menu, {}, "Remove", "Remove", "Edit acme/repo-3"},
+        {settings(3), "Edit acme/repo-3", Qt::Key_Menu, {}, "Remove", "Remove", "Edit acme/repo-2"},
+        {settings(1), "Edit acme/repo-1", Qt::Key_Menu, {}, "Remove", "Remove", "Add a repo"},
     };
     for (const Row& row : table) {
-        SCOPED_TRACE(std::string(row.opener) + (row.openKey == Qt::Key_Menu ? " menu" : ""));
+        SCOPED_TRACE(std::string(row.focused) + " then " + row.shown);
         ScreenHarness h;
-        h.runCore(true);
-        h.show(settings(3));
-        ASSERT_TRUE(QTest::qWaitFor([&] { return h.find(row.opener) != nullptr; }, 2000));
-        qobject_cast<QQuickItem*>(h.find(row.opener)->object())->forceActiveFocus();
-        QTest::keyClick(&h.view(), row.openKey);
+        focusOn(h, row.model, row.focused);
+        QTest::keyClick(&h.view(), row.openKey, row.modifiers);
         ASSERT_TRUE(QTest::qWaitFor([&] { return h.find(row.shown) != nullptr; }, 2000)) << h.names().join(" | ").toStdString();
-        QTest::keyClick(&h.view(), Qt::Key_Escape);
-        ASSERT_TRUE(QTest::qWaitFor([&] { return h.find(row.shown) == nullptr; }, 2000));
-        EXPECT_TRUE(waitFocus(h.view(), row.opener)) << "focus on " << focusedName(h.view()).toStdString();
-    }
-}
-
-TEST(keyboard_focus, after_remove_the_focus_goes_to_a_neighbour) {
-    struct Row {
-        int repos;
-        const char* removed;
-        const char* focused;
-    };
-    const Row table[] = {
-        {3, "Edit acme/repo-2", "Edit acme/repo-3"},
-        {3, "Edit acme/repo-3", "Edit acme/repo-2"},
-        {1, "Edit acme/repo-1", "Add a repo"},
-    };
-    for (const Row& row : table) {
-        SCOPED_TRACE(row.removed);
-        ScreenHarness h;
-        h.runCore(true);
-        h.show(settings(row.repos));
-        ASSERT_TRUE(QTest::qWaitFor([&] { return h.find(row.removed) != nullptr; }, 2000));
-        qobject_cast<QQuickItem*>(h.find(row.removed)->object())->forceActiveFocus();
-        QTest::keyClick(&h.view(), Qt::Key_Menu);
-        ASSERT_TRUE(QTest::qWaitFor([&] { return h.find("Remove") != nullptr; }, 2000));
-        ASSERT_TRUE(h.press("Remove"));
-        ASSERT_TRUE(QTest::qWaitFor([&] { return h.find(row.removed) == nullptr; }, 2000));
-        EXPECT_TRUE(waitFocus(h.view(), row.focused)) << "focus on " << focusedName(h.view()).toStdString();
+        if (row.pressed == nullptr) {
+            QTest::keyClick(&h.view(), Qt::Key_Escape);
+            ASSERT_TRUE(QTest::qWaitFor([&] { return h.find(row.shown) == nullptr; }, 2000));
+        } else {
+            ASSERT_TRUE(h.press(row.pressed));
+            ASSERT_TRUE(QTest::qWaitFor([&] { return h.find(row.focused) == nullptr; }, 2000));
+        }
+        EXPECT_TRUE(h.waitFocus(row.after)) << "focus on " << h.focusedName().toStdString();
     }
 }
 

@@ -27,7 +27,7 @@ protected:
     ScreenHarness h;
 };
 
-TEST_F(list_screen, draws_headings_rows_and_marks_by_name) {
+TEST_F(list_screen, draws_headings_rows_and_marks_by_name_with_titles_in_one_column) {
     h.show(twoRepos());
     for (const char* name : {"acme/web", "acme/api", "Loading acme/api", "failed", "2 open",
                              "Open pull request #7", "Open pull request #1234", "Fix login",
@@ -37,10 +37,6 @@ TEST_F(list_screen, draws_headings_rows_and_marks_by_name) {
     EXPECT_EQ(h.find("Open preview for #1234"), nullptr);
     EXPECT_EQ(h.find("0 open"), nullptr);
     EXPECT_EQ(h.find("No repos watched yet."), nullptr);
-}
-
-TEST_F(list_screen, titles_of_a_group_start_at_one_column) {
-    h.show(twoRepos());
     const QRect short_ = h.find("Fix login")->rect();
     const QRect long_ = h.find("Add <b>dark</b> mode &amp; more")->rect();
     EXPECT_EQ(short_.left(), long_.left());
@@ -93,9 +89,10 @@ TEST_F(list_screen, yours_reads_its_blocked_count_and_shows_each_repository_wher
 
 TEST_F(list_screen, each_control_and_menu_item_sends_its_message) {
     Model m = twoRepos();
-    m.browsers = {{1, "System default", "", "SD", false, true}, {2, "Firefox", "Firefox", "FI", true, true}};
+    m.browsers = {{1, "System default", "", "SD", false, true}, {2, "Firefox", "Firefox", "FI", true, true},
+                  {3, "Chromium", "Chromium", "CH", true, true}};
     m.browserMode = BrowserMode::manual;
-    m.selectedBrowser = 2;
+    m.selectedBrowser = 3;
     h.show(m);
     struct Row {
         const char* rightClickOn;  // empty: press the control itself
@@ -112,7 +109,9 @@ TEST_F(list_screen, each_control_and_menu_item_sends_its_message) {
         {"Open pull request #7", "Copy link", {R"({"id":100007,"msg":"copy_pr_link"})"}},
         {"acme/web", "Open on GitHub", {R"({"id":1,"msg":"open_repo"})"}},
         {"acme/web", "Copy Link", {R"({"id":1,"msg":"copy_repo_link"})"}},
-        {"Open preview for #7", "Open in Firefox", {R"({"id":100007,"msg":"open_preview"})"}},
+        // The selected browser first, then one entry per offered browser, by id.
+        {"Open preview for #7", "Open in Chromium", {R"({"id":100007,"msg":"open_preview"})"}},
+        {"Open preview for #7", "Open in Firefox", {R"({"browser":2,"id":100007,"msg":"open_preview"})"}},
         {"Open preview for #7", "Copy preview URL", {R"({"id":100007,"msg":"copy_preview"})"}},
     };
     for (const Row& row : table) {
@@ -129,21 +128,6 @@ TEST_F(list_screen, each_control_and_menu_item_sends_its_message) {
         std::erase_if(sent, [](const std::string& s) { return s.find("hover_pr") != std::string::npos; });
         EXPECT_EQ(sent, row.sent);
     }
-}
-
-TEST_F(list_screen, preview_menu_lists_browsers_after_the_selected_one) {
-    Model m = twoRepos();
-    m.browsers = {{1, "System default", "", "SD", false, true}, {2, "Firefox", "Firefox", "FI", true, true},
-                  {3, "Chromium", "Chromium", "CH", true, true}};
-    m.browserMode = BrowserMode::manual;
-    m.selectedBrowser = 3;
-    h.show(m);
-    h.rightClick("Open preview for #7");
-    ASSERT_TRUE(QTest::qWaitFor([&] { return h.find("Open in Firefox") != nullptr; }));
-    h.takeSent();
-    // After the selected browser's entry, one entry per offered browser, by id.
-    ASSERT_TRUE(h.press("Open in Firefox"));
-    EXPECT_EQ(h.takeSent(), Sent{R"({"browser":2,"id":100007,"msg":"open_preview"})"});
 }
 
 TEST_F(list_screen, what_stands_below_the_strip_follows_the_repositories) {

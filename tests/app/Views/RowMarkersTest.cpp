@@ -67,6 +67,9 @@ QQuickItem* symbolOf(QQuickItem* item) {
 
 QRectF sceneRect(QQuickItem* item) { return item->mapRectToScene(QRectF(0, 0, item->width(), item->height())); }
 
+// Each check, review and conflict mark by name, before or after its title;
+// the deployment's dot on the preview symbol's lower right corner, in the
+// state's own colour.
 TEST(row_markers, every_mark_by_name_in_its_place_at_each_width_and_scheme) {
     const struct {
         const char* title;
@@ -76,6 +79,15 @@ TEST(row_markers, every_mark_by_name_in_its_place_at_each_width_and_scheme) {
         {"Passes", "Checks passing", {"Approved"}},
         {"Fails", "Checks failing", {"Changes requested", "Conflicts"}},
         {"Runs", "Checks running", {"Review required"}},
+    };
+    const struct {
+        const char* button;
+        const char* description;
+    } deployments[] = {
+        {"Open preview for #1", "Deployment ready"},
+        {"Open preview for #2", "Deployment failed"},
+        {"Open preview for #3", "Deployment building, older commit"},
+        {"Open preview for #4", "Deployment inactive"},
     };
     for (const int width : {260, 360, 520}) {
         for (const bool dark : {true, false}) {
@@ -113,28 +125,9 @@ TEST(row_markers, every_mark_by_name_in_its_place_at_each_width_and_scheme) {
             }
             // No mark for a pull request without checks or a review.
             EXPECT_EQ(names.filter(QStringLiteral("Checks ")).size(), 3);
-        }
-    }
-}
-
-TEST(row_markers, the_deployment_dot_sits_on_the_preview_symbols_corner_in_its_states_colour) {
-    const struct {
-        const char* button;
-        const char* description;
-    } rows[] = {
-        {"Open preview for #1", "Deployment ready"},
-        {"Open preview for #2", "Deployment failed"},
-        {"Open preview for #3", "Deployment building, older commit"},
-        {"Open preview for #4", "Deployment inactive"},
-    };
-    for (const int width : {260, 360, 520}) {
-        for (const bool dark : {true, false}) {
-            SCOPED_TRACE(std::to_string(width) + (dark ? " dark" : " light"));
-            ScreenHarness h;
-            h.show(markers(), width, dark);
             const QImage shot = h.view().grabWindow();
             QSet<QRgb> colours;
-            for (const auto& row : rows) {
+            for (const auto& row : deployments) {
                 SCOPED_TRACE(row.button);
                 QAccessibleInterface* button = h.find(row.button);
                 ASSERT_NE(button, nullptr);

@@ -128,7 +128,7 @@ TEST(effect_runner, children_past_their_time_limit_are_answered_once) {
     }
     ::kill(std::stoi(testing::readFile(pidFile)), SIGKILL);
     // Whichever came second, the child's answer or the watchdog, said nothing.
-    QTest::qWait(1200);
+    ASSERT_TRUE(testing::drainReplies(15));
     EXPECT_EQ(harness.received.size(), rows.size());
 }
 
@@ -172,15 +172,10 @@ TEST(effect_runner, replies_are_queued_in_order_and_dropped_once_the_runner_is_g
     harness.runner->reply(msg::GhChecked{99});
     harness.runner.reset();
     ASSERT_TRUE(testing::waitUntil([&] { return std::filesystem::exists(done); }));
-    QTest::qWait(300);
+    ASSERT_TRUE(testing::drainReplies());
     EXPECT_EQ(harness.received.size(), 51u);
 }
 
-}  // namespace
-}  // namespace velmar
-
-namespace velmar {
-namespace {
 
 // Alive and not a zombie waiting to be reaped.
 bool alive(const std::string& pid) {
@@ -241,11 +236,6 @@ TEST(effect_runner, a_hung_gh_is_one_process_at_most_and_ends_with_its_limit) {
     }
 }
 
-}  // namespace
-}  // namespace velmar
-
-namespace velmar {
-namespace {
 
 TEST(effect_runner, a_file_that_could_not_be_read_is_kept_once_before_a_save) {
     struct Row {

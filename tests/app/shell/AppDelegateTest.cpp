@@ -4,48 +4,37 @@
 #include <gtest/gtest.h>
 
 #include <QAction>
-#include <QDir>
 #include <QFile>
 #include <QGuiApplication>
 #include <QQuickItem>
 #include <QQuickView>
-#include <QTemporaryDir>
+#include <QSignalSpy>
 #include <QTest>
 
 #include "AppDelegate.h"
+#include "EffectsTestSupport.h"
 
 using namespace velmar;
+using namespace velmar::testing;
 
 class AppDelegateTest : public ::testing::Test {
 protected:
     void SetUp() override {
-        qputenv("VELMAR_HOME", home.path().toUtf8());
-        ASSERT_TRUE(QDir(home.path()).mkpath(".config/velmar"));
-        QFile settings(home.filePath(".config/velmar/settings.tsv"));
-        ASSERT_TRUE(settings.open(QIODevice::WriteOnly) &&
-                    settings.write("auto\t0\nview\tlist\nonboarded\t1\nappearance\tdark\n") > 0 &&
-                    settings.flush());
+        writeFile(home.config("settings.tsv"), "auto\t0\nview\tlist\nonboarded\t1\nappearance\tdark\n");
         // A frame, but not UTF-8 as a whole: read as no window file at all.
-        QFile window(home.filePath(".config/velmar/window.tsv"));
-        ASSERT_TRUE(window.open(QIODevice::WriteOnly) &&
-                    window.write("x\t40\ny\t30\nwidth\t360\nheight\t480\n\xff\n") > 0 && window.flush());
+        writeFile(home.config("window.tsv"), "x\t40\ny\t30\nwidth\t360\nheight\t480\n\xff\n");
         // The login shell hands out a search path whose gh answers nothing
         // at once, so no test here reaches for the network.
-        ASSERT_TRUE(QDir(home.path()).mkpath("bin"));
-        const auto script = [&](const char* name, const QByteArray& body) {
-            QFile file(home.filePath(QString("bin/") + name));
-            ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write("#!/bin/sh\n" + body) > 0);
-            file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
-        };
-        script("gh", "exit 0\n");
-        script("shell", "printf '__VELMAR_PATH__%s__VELMAR_END__' '" + home.filePath("bin").toUtf8() + "'\n");
-        qputenv("SHELL", home.filePath("bin/shell").toUtf8());
+        home.scratch.stub("gh", "exit 0");
+        const std::string shell = home.scratch.stub("shell", "printf '__VELMAR_PATH__%s__VELMAR_END__' " + bin());
+        qputenv("SHELL", QByteArray::fromStdString(shell + "/shell"));
         delegate.start();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(delegate.window()));
     }
     const Model& model() { return delegate.store().model(); }
+    std::string bin() const { return home.scratch.path("bin"); }
 
-    QTemporaryDir home;
+    ScratchHome home{""};
     AppDelegate delegate;
 };
 
@@ -61,7 +50,10 @@ TEST_F(AppDelegateTest, settings_key_and_escape_move_between_the_screens) {
 
 TEST_F(AppDelegateTest, moves_and_resizes_are_reported_only_after_start_up) {
     QQuickView* window = delegate.window();
-    QTest::qWait(100);
+    // A frame drawn: the placements of start-up have been handled.
+    QSignalSpy drawn(window, &QQuickWindow::frameSwapped);
+    window->requestUpdate();
+    ASSERT_TRUE(drawn.wait(5000));
     EXPECT_EQ(model().lastFrame, std::nullopt) << "no saved frame, and the start-up centring is no move";
 
     window->setFramePosition(QPoint(50, 60));
@@ -76,7 +68,7 @@ TEST_F(AppDelegateTest, moves_and_resizes_are_reported_only_after_start_up) {
 // The saved frame above is not UTF-8: the first move writes over it, and the
 // user's file is kept beside first, with a word in the footer.
 TEST_F(AppDelegateTest, a_file_that_could_not_be_read_is_kept_before_the_first_save) {
-    const QString kept = home.filePath(".config/velmar/window.tsv.unreadable");
+    const QString kept = QString::fromStdString(home.config("window.tsv.unreadable"));
     QObject* panel = delegate.window()->rootObject()->property("panel").value<QObject*>();
     ASSERT_NE(panel, nullptr);
     EXPECT_FALSE(QFile::exists(kept)) << "kept before any save";
@@ -148,12 +140,9 @@ TEST_F(AppDelegateTest, a_repository_added_and_given_a_pattern_is_stored) {
         for (const char* c = text; *c != 0; ++c) QTest::keyClick(window, *c);
         QTest::keyClick(window, Qt::Key_Return);
     };
-    const auto stored = [&] {
-        QFile file(home.filePath(".config/velmar/repos.tsv"));
-        return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : std::string();
-    };
+    const auto stored = [&] { return readFile(home.config("repos.tsv")); };
     ASSERT_TRUE(QTest::qWaitFor([&] { return model().pathResolved; }, 3000));
-    ASSERT_EQ(model().path, home.filePath("bin").toStdString()) << "a real gh would be run";
+    ASSERT_EQ(model().path, bin()) << "a real gh would be run";
     delegate.store().send(msg::OpenAdd{});
     typeInto("acme/web");
     EXPECT_FALSE(model().addOpen);

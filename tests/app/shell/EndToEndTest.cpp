@@ -31,12 +31,9 @@ TEST(end_to_end, the_list_shows_what_gh_answers_and_a_menu_copies_a_link) {
     FakeGitHub server;
     std::string why;
     if (!server.start(fixture, why)) GTEST_SKIP() << why;
-    Scratch home;
-    writeFile(home.path(".config/velmar/settings.tsv"), "auto\t0\nview\tlist\nonboarded\t1\nappearance\tdark\n");
-    writeFile(home.path(".config/velmar/repos.tsv"), "acme/web\t\n");
-    EnvGuard env{{"VELMAR_HOME", home.path()}, {"SHELL", "/bin/sh"}, {"VELMAR_SNAPSHOT", std::nullopt},
-                 {"VELMAR_DEBUG_SEND", std::nullopt}, {"XDG_DATA_DIRS", home.path("none")},
-                 {"XDG_DATA_HOME", home.path("none")}};
+    ScratchHome home("acme/web\t\n", {{"VELMAR_SNAPSHOT", std::nullopt}, {"VELMAR_DEBUG_SEND", std::nullopt},
+                                       {"XDG_DATA_DIRS", "/nonexistent"}, {"XDG_DATA_HOME", "/nonexistent"}});
+    writeFile(home.config("settings.tsv"), "auto\t0\nview\tlist\nonboarded\t1\nappearance\tdark\n");
     server.exportEnvironment("good-token");
 
     AppDelegate delegate;

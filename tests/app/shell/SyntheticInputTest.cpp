@@ -33,8 +33,7 @@ TEST(synthetic_input, a_click_presses_the_control_under_it_and_names_it) {
     h.show(threeRepos());
     const QPoint refresh = centreOf(h, "Refresh");
     DebugClick::click(&h.view(), refresh);
-    QTest::qWait(20);
-    EXPECT_EQ(h.takeSent(), (Sent{R"({"msg":"refresh"})"}));
+    EXPECT_EQ(h.waitSent(), (Sent{R"({"msg":"refresh"})"}));
 
     const QString line = DebugClick::clickLine(&h.view(), refresh);
     const QRegularExpression form(QStringLiteral("^click \\((\\d+), (\\d+)\\) \u2192 (\\w+) \\((-?\\d+), (-?\\d+), (\\d+)\u00d7(\\d+)\\)$"));
@@ -52,7 +51,7 @@ TEST(synthetic_input, a_click_presses_the_control_under_it_and_names_it) {
     EXPECT_EQ(DebugClick::clickLine(&h.view(), {nan, inf}), QStringLiteral("click (nan, inf) \u2192 nil "));
     EXPECT_EQ(DebugClick::clickLine(&h.view(), {-5, 9e300}), QStringLiteral("click (-5, 9223372036854775807) \u2192 nil "));
     DebugClick::click(&h.view(), {nan, -inf});
-    QTest::qWait(20);
+    EXPECT_TRUE(handlePosted());
     EXPECT_TRUE(h.takeSent().empty());
 }
 
@@ -61,13 +60,12 @@ TEST(synthetic_input, escape_reaches_the_shortcut_that_leaves_the_settings) {
     Model m = threeRepos();
     m.screen = Screen::manage;
     h.show(m);
-    QTest::qWait(600);
+    EXPECT_TRUE(h.settle());
     DebugClick::key(&h.view(), 53);
-    QTest::qWait(20);
-    EXPECT_EQ(h.takeSent(), (Sent{R"({"msg":"navigate","screen":"list"})"}));
+    EXPECT_EQ(h.waitSent(), (Sent{R"({"msg":"navigate","screen":"list"})"}));
     // A code no screen reacts to reaches nothing.
     DebugClick::key(&h.view(), 4000);
-    QTest::qWait(20);
+    EXPECT_TRUE(handlePosted());
     EXPECT_TRUE(h.takeSent().empty());
 }
 
@@ -96,13 +94,12 @@ TEST(synthetic_input, posted_pointer_events_drag_a_group_through_the_filter) {
                                                                buttons, Qt::NoModifier));
     };
     post(QEvent::MouseButtonPress, from, Qt::LeftButton, Qt::LeftButton);
-    QTest::qWait(400);
+    // A heading lifts once it has been held.
+    QTRY_VERIFY(h.panel().listDrag()->lifted());
     for (int i = 1; i <= 12; ++i)
         post(QEvent::MouseMove, from + (to - from) * i / 12, Qt::NoButton, Qt::LeftButton);
-    QTest::qWait(20);
     post(QEvent::MouseButtonRelease, to, Qt::LeftButton, Qt::NoButton);
-    QTest::qWait(20);
-    EXPECT_EQ(h.takeSent(), (Sent{R"({"id":1,"index":2,"msg":"move_repo"})"}));
+    EXPECT_EQ(h.waitSent(), (Sent{R"({"id":1,"index":2,"msg":"move_repo"})"}));
 }
 
 }  // namespace

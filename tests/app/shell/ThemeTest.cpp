@@ -1,5 +1,5 @@
-// The theme's rules: pill colours, width classes, the backdrop per material,
-// and which appearance applies when.
+// The theme's rules: width classes, the material by name, and which
+// appearance applies when. The colours themselves are judged by contrast.
 #include <gtest/gtest.h>
 
 #include "Appearance.h"
@@ -8,29 +8,6 @@
 using namespace velmar;
 using namespace velmar::ui;
 
-TEST(pill, first_rule_that_holds_decides_each_colour) {
-    const auto alpha = [](QColor c, double a) { c.setAlphaF(a); return c; };
-    const Scheme L = Scheme::light, D = Scheme::dark;
-    const QColor clear(Qt::transparent), white(Qt::white), primary = foreground(Level::primary, L, true);
-    const std::nullopt_t none = std::nullopt;
-    const std::vector<std::tuple<PillRole, bool, Scheme, bool, PillColors>> rows = {
-        {PillRole::accent, true, L, true, {primary, clear, primary}},
-        {PillRole::warning, false, L, true, {primary, clear, primary}},
-        {PillRole::warning, false, L, false, {warningEmphasis(), alpha(warning(L), 0.3), none}},
-        {PillRole::warning, false, D, false, {warning(D), alpha(warning(D), 0.16), none}},
-        {PillRole::warning, true, L, false, {white, warning(L), none}},
-        {PillRole::accent, true, D, false, {white, accentFill(D), none}},
-        {PillRole::destructive, false, L, false, {destructive(L), alpha(destructive(L), 0.16), none}},
-    };
-    for (const auto& [role, filled, scheme, contrast, expected] : rows) {
-        const PillColors got = pillColors(role, filled, scheme, contrast);
-        SCOPED_TRACE(::testing::Message() << int(role) << filled << int(scheme) << contrast);
-        EXPECT_EQ(got.foreground, expected.foreground);
-        EXPECT_EQ(got.background, expected.background);
-        EXPECT_EQ(got.border, expected.border);
-    }
-}
-
 TEST(panel_width, thresholds_at_300_and_420_belong_to_the_wider_class) {
     using enum PanelWidth;
     const std::vector<std::pair<double, PanelWidth>> rows = {
@@ -38,19 +15,12 @@ TEST(panel_width, thresholds_at_300_and_420_belong_to_the_wider_class) {
     for (auto [width, expected] : rows) EXPECT_EQ(widthClass(width), expected) << width;
 }
 
-TEST(backdrop, material_is_forced_only_by_exact_names_and_the_light_default_has_an_overlay) {
+TEST(backdrop, material_is_forced_only_by_exact_names) {
     const std::vector<std::pair<const char*, std::optional<Material>>> rows = {
         {nullptr, std::nullopt}, {"HUD", std::nullopt}, {"menu ", std::nullopt},
         {"hud", Material::hud}, {"content", Material::content}};
     for (auto [text, expected] : rows) EXPECT_EQ(parseMaterial(text), expected) << (text ? text : "(unset)");
 
-    const Backdrop light = backdrop(Scheme::light, std::nullopt);
-    ASSERT_TRUE(light.overlay.has_value());
-    EXPECT_NEAR(light.overlay->alphaF(), 0.4, 1e-6);
-    EXPECT_EQ(light.base, backdrop(Scheme::light, Material::menu).base);
-    EXPECT_FALSE(backdrop(Scheme::light, Material::menu).overlay.has_value());
-    EXPECT_EQ(backdrop(Scheme::dark, std::nullopt), backdrop(Scheme::dark, Material::sidebar));
-    EXPECT_NE(backdrop(Scheme::dark, std::nullopt).base, light.base);
 }
 
 TEST(appearance, forced_in_any_case_then_loaded_settings_then_the_value_read_at_start) {

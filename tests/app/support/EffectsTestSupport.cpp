@@ -8,6 +8,9 @@
 #include <fstream>
 #include <sstream>
 
+#include "Posted.h"
+#include "Subprocess.h"
+
 namespace velmar::testing {
 
 void writeFile(const std::string& path, const std::string& contents, bool executable) {
@@ -25,7 +28,13 @@ bool waitUntil(const std::function<bool()>& done, double seconds) {
     return QTest::qWaitFor(done, static_cast<int>(seconds * 1000));
 }
 
-EnvGuard::EnvGuard(std::initializer_list<std::pair<const char*, std::optional<std::string>>> values) {
+bool drainReplies(double seconds) {
+    // Replies are posted to the application, behind the run that answered.
+    return waitUntil([] { return Subprocess::liveCount() == 0; }, seconds) &&
+           handlePosted(static_cast<int>(seconds * 1000));
+}
+
+EnvGuard::EnvGuard(const Values& values) {
     for (const auto& [name, value] : values) {
         saved.emplace_back(name, qgetenv(name));
         if (value) qputenv(name, QByteArray::fromStdString(*value));
@@ -38,6 +47,17 @@ EnvGuard::~EnvGuard() {
         if (value.isNull()) qunsetenv(name);
         else qputenv(name, value);
     }
+}
+
+namespace {
+EnvGuard::Values withHome(const Scratch& scratch, EnvGuard::Values more) {
+    more.insert(more.begin(), {{"VELMAR_HOME", scratch.path()}, {"SHELL", "/bin/sh"}});
+    return more;
+}
+}  // namespace
+
+ScratchHome::ScratchHome(const std::string& repos, EnvGuard::Values more) : env(withHome(scratch, std::move(more))) {
+    writeFile(config("repos.tsv"), repos);
 }
 
 std::vector<Msg> RunnerHarness::perform(const Effect& effect, std::size_t count, double seconds) {

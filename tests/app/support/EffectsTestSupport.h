@@ -23,6 +23,10 @@ void writeFile(const std::string& path, const std::string& contents, bool execut
 std::string readFile(const std::string& path);
 /// Processes events until `done` holds or `seconds` pass; the result of `done`.
 bool waitUntil(const std::function<bool()>& done, double seconds = 30);
+/// Waits until every child run with a time limit has been answered and every
+/// reply already posted has been handled: after it, a reply that was going
+/// to come has come.
+bool drainReplies(double seconds = 30);
 
 struct Scratch {
     QTemporaryDir dir;
@@ -38,9 +42,22 @@ struct Scratch {
 
 /// Sets environment variables (unsets them for nullopt) and puts the old values back.
 struct EnvGuard {
-    EnvGuard(std::initializer_list<std::pair<const char*, std::optional<std::string>>> values);
+    using Values = std::vector<std::pair<const char*, std::optional<std::string>>>;
+    EnvGuard(std::initializer_list<Values::value_type> values) : EnvGuard(Values(values)) {}
+    explicit EnvGuard(const Values& values);
     ~EnvGuard();
     std::vector<std::pair<const char*, QByteArray>> saved;
+};
+
+/// A home of the program's own in a scratch folder, `repos` its repos.tsv:
+/// VELMAR_HOME points at it and the login shell is /bin/sh, with `more` of
+/// the environment set, until the end of the scope.
+struct ScratchHome {
+    explicit ScratchHome(const std::string& repos, EnvGuard::Values more = {});
+    /// A file of its configuration folder.
+    std::string config(const std::string& name) const { return scratch.path(".config/velmar/" + name); }
+    Scratch scratch;
+    EnvGuard env;
 };
 
 /// An EffectRunner whose replies are collected in order.

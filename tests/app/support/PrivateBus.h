@@ -6,6 +6,8 @@
 
 #include <QDBusConnection>
 #include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
@@ -71,6 +73,9 @@ struct FakeService {
             if (QByteArray line = process.readLine().trimmed(); !line.isEmpty()) return line;
         }
     }
+    /// The next line as a JSON object: a call the service was asked; empty
+    /// when none came.
+    QJsonObject nextCall() { return QJsonDocument::fromJson(nextLine()).object(); }
     bool waitForLine(const QByteArray& wanted) {
         while (process.canReadLine() || process.waitForReadyRead(5000))
             if (process.readLine().trimmed() == wanted) return true;

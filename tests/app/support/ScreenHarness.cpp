@@ -5,6 +5,7 @@
 
 #include <QElapsedTimer>
 #include <QQmlEngine>
+#include <QQuickItem>
 #include <QSignalSpy>
 #include <QTest>
 #include <functional>
@@ -67,9 +68,19 @@ void ScreenHarness::show(const Model& model, int width, bool dark) {
     EXPECT_TRUE(QTest::qWaitForWindowExposed(&view_));
     // Laid out once a frame is drawn: polishing comes before every frame.
     // (A loading group's spinner keeps drawing, so this cannot wait for rest.)
-    QSignalSpy drawn(&view_, &QQuickWindow::frameSwapped);
+    EXPECT_TRUE(drawn());
+}
+
+bool ScreenHarness::drawn() {
+    QSignalSpy swapped(&view_, &QQuickWindow::frameSwapped);
     view_.update();
-    EXPECT_TRUE(drawn.wait(5000));
+    return swapped.wait(5000);
+}
+
+std::vector<std::string> ScreenHarness::waitSent(std::size_t count) {
+    EXPECT_TRUE(QTest::qWaitFor([&] { return sent_.size() >= count; }, 5000)) << sent_.size() << " sent";
+    drawn();
+    return takeSent();
 }
 
 bool ScreenHarness::settle() {
@@ -141,6 +152,37 @@ void ScreenHarness::rightClick(const QString& name) {
     ASSERT_NE(node, nullptr) << name.toStdString();
     const QPoint centre = view_.mapFromGlobal(node->rect().center());
     QTest::mouseClick(&view_, Qt::RightButton, {}, centre);
+}
+
+QQuickItem* ScreenHarness::item(const QString& name) const {
+    QAccessibleInterface* node = find(name);
+    return node == nullptr ? nullptr : qobject_cast<QQuickItem*>(node->object());
+}
+
+QString ScreenHarness::focusedName() {
+    QQuickItem* item = view_.activeFocusItem();
+    if (item == nullptr) return "(none)";
+    QAccessibleInterface* node = QAccessible::queryAccessibleInterface(item);
+    return node ? node->text(QAccessible::Name) : item->metaObject()->className();
+}
+
+bool ScreenHarness::waitFocus(const QString& name) {
+    return QTest::qWaitFor([&] { return focusedName() == name; }, 2000);
+}
+
+QStringList ScreenHarness::tabWalk() {
+    // Nothing keeps focus, down to the scopes that held it.
+    for (QQuickItem* item = view_.activeFocusItem(); item != nullptr; item = item->parentItem())
+        item->setFocus(false);
+    view_.contentItem()->forceActiveFocus();
+    QStringList names;
+    for (int i = 0; i < 60; ++i) {
+        QTest::keyClick(&view_, Qt::Key_Tab);
+        const QString name = focusedName();
+        if (!names.empty() && name == names.front()) break;
+        names << name;
+    }
+    return names;
 }
 
 Model readyModel() {

@@ -12,6 +12,7 @@
 #include "Model.h"
 #include "BrowserIcons.h"
 #include "PanelModel.h"
+#include "Posted.h"
 #include "Theme.h"
 
 /// QStrings in test failures as their text.
@@ -32,6 +33,13 @@ public:
     /// frame periods, so every slide, glide and spring has ended. False if it
     /// is still moving after five seconds.
     bool settle();
+    /// Waits for the next frame: whatever a change left to lay out or to
+    /// create (a list's delegates, a popup) is in place by then.
+    bool drawn();
+    /// Waits until at least `count` messages were sent and a frame more was
+    /// drawn, so whatever the same input sends after them is in too; then
+    /// takes them all.
+    std::vector<std::string> waitSent(std::size_t count = 1);
 
     /// Messages sent since the last call, as compact JSON, and forgets them.
     std::vector<std::string> takeSent();
@@ -50,6 +58,14 @@ public:
     bool press(const QString& name) const;
     /// Right click on the centre of `name`'s element.
     void rightClick(const QString& name);
+    /// The item behind the element named `name`, or null.
+    QQuickItem* item(const QString& name) const;
+    /// The name of the focused item as a screen reader reads it.
+    QString focusedName();
+    /// Waits until the item named `name` has the focus.
+    bool waitFocus(const QString& name);
+    /// The names Tab visits from the window's start until it comes round again.
+    QStringList tabWalk();
 
     /// Messages go through the core's own step too (their effects are
     /// dropped), for tests that need the model to follow, as after a drop.
