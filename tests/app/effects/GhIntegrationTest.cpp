@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
 #include <filesystem>
@@ -235,7 +234,7 @@ TEST_F(gh_against_fake_github, notifications_of_a_changed_github_reach_the_deskt
     store.send(msg::Refresh{});
     ASSERT_TRUE(store.waitIdle([&] { return m.notices.has_value(); })) << toJson(m).dump();
     std::vector<QJsonObject> calls;
-    for (int i = 0; i < 3; ++i) calls.push_back(QJsonDocument::fromJson(notifications.nextLine()).object());
+    for (int i = 0; i < 3; ++i) calls.push_back(notifications.nextCall());
     server->setFixture(fixture);
     std::vector<std::string> summaries;
     for (const auto& call : calls) summaries.push_back(call["summary"].toString().toStdString());

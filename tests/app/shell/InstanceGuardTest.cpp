@@ -14,6 +14,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include "EffectsTestSupport.h"
 #include "SingleInstance.h"
 
 using namespace velmar;
@@ -33,19 +34,8 @@ mode_t modeOf(const QString& path) {
     return ::lstat(QFile::encodeName(path).constData(), &info) == 0 ? info.st_mode & 07777 : 0;
 }
 
-struct EnvRestore {
-    QByteArray runtime = qgetenv("XDG_RUNTIME_DIR"), tmp = qgetenv("TMPDIR");
-    bool hadRuntime = qEnvironmentVariableIsSet("XDG_RUNTIME_DIR");
-    ~EnvRestore() {
-        hadRuntime ? qputenv("XDG_RUNTIME_DIR", runtime) : qunsetenv("XDG_RUNTIME_DIR");
-        qputenv("TMPDIR", tmp);
-    }
-};
-
 TEST(instance_guard, without_a_runtime_folder_the_fallback_is_ours_alone) {
-    EnvRestore restore;
     ensureApplication();
-    qunsetenv("XDG_RUNTIME_DIR");
     const QString name = QStringLiteral("velmar-%1").arg(::getuid());
     struct Row {
         const char* what;
@@ -71,7 +61,7 @@ TEST(instance_guard, without_a_runtime_folder_the_fallback_is_ours_alone) {
     for (const Row& row : rows) {
         SCOPED_TRACE(row.what);
         QTemporaryDir tmp;
-        qputenv("TMPDIR", tmp.path().toUtf8());
+        velmar::testing::EnvGuard env({{"XDG_RUNTIME_DIR", std::nullopt}, {"TMPDIR", tmp.path().toStdString()}});
         const QString folder = tmp.filePath(name);
         row.prepare(folder, tmp.path());
         const QString chosen = SingleInstance::defaultRuntimeFolder();
