@@ -5,6 +5,7 @@
 
 #include <cmath>
 #include <functional>
+#include <memory>
 
 #include "Theme.h"
 
@@ -36,11 +37,15 @@ QColor panelBackdrop(Scheme scheme) {
     return b.overlay ? over(*b.overlay, b.base) : b.base;
 }
 
-QColor window(Scheme scheme) {
-    Theme theme(std::nullopt);
-    theme.setDark(scheme == Scheme::dark);
-    return theme.windowBackground();
+// The theme as the panel sets it up for `scheme`.
+std::unique_ptr<Theme> themed(Scheme scheme, bool increasedContrast = false) {
+    auto theme = std::make_unique<Theme>(std::nullopt);
+    theme->setDark(scheme == Scheme::dark);
+    theme->setIncreasedContrast(increasedContrast);
+    return theme;
 }
+
+QColor window(Scheme scheme) { return themed(scheme)->windowBackground(); }
 
 // The text of a pill over its own background over `under`.
 std::pair<QColor, QColor> pillOn(PillRole role, Scheme scheme, bool contrast, const QColor& under) {
@@ -80,23 +85,15 @@ const Pair text[] = {
     {"the \"failed\" pill", 4.5, pill(PillRole::destructive)},
     {"the \"draft\" pill", 4.5, pill(PillRole::warning)},
     {"an info pill", 4.5, pill(PillRole::info)},
-    {"links: pull request numbers, \"more on GitHub\"", 4.5, [](Scheme s, bool hc) {
-         Theme theme(std::nullopt);
-         theme.setDark(s == Scheme::dark);
-         theme.setIncreasedContrast(hc);
-         return std::pair{theme.link(), panelBackdrop(s)};
-     }},
+    {"links: pull request numbers, \"more on GitHub\"", 4.5,
+     [](Scheme s, bool hc) { return std::pair{themed(s, hc)->link(), panelBackdrop(s)}; }},
     {"white on a filled pill (the group's count)", 4.5, [](Scheme s, bool hc) {
          const PillColors c = pillColors(PillRole::accent, true, s, hc);
          const QColor background = over(c.background, panelBackdrop(s));
          return std::pair{over(c.foreground, background), background};
      }},
-    {"white on the default button", 4.5, [](Scheme s, bool hc) {
-         Theme theme(std::nullopt);
-         theme.setDark(s == Scheme::dark);
-         theme.setIncreasedContrast(hc);
-         return std::pair{QColor(Qt::white), theme.tintFill()};
-     }},
+    {"white on the default button", 4.5,
+     [](Scheme s, bool hc) { return std::pair{QColor(Qt::white), themed(s, hc)->tintFill()}; }},
 };
 
 const Pair controls[] = {

@@ -206,12 +206,6 @@ TEST_F(list_screen, a_refresh_keeps_scroll_position_and_an_open_menu) {
     EXPECT_NE(h.find("Open on GitHub"), nullptr) << "the menu closed";
 }
 
-}  // namespace
-}  // namespace velmar::testing
-
-namespace velmar::testing {
-namespace {
-
 TEST(list_screen_pointer, hovering_a_number_tells_the_core_and_it_underlines) {
     ScreenHarness h;
     Model m = readyModel();
