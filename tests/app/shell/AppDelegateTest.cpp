@@ -38,16 +38,6 @@ protected:
     AppDelegate delegate;
 };
 
-TEST_F(AppDelegateTest, settings_key_and_escape_move_between_the_screens) {
-    EXPECT_EQ(model().screen, Screen::list);
-    QTest::keyClick(delegate.window(), Qt::Key_Comma, Qt::ControlModifier);
-    EXPECT_EQ(model().screen, Screen::manage);
-    QTest::keyClick(delegate.window(), Qt::Key_Escape);
-    EXPECT_EQ(model().screen, Screen::list);
-    QTest::keyClick(delegate.window(), Qt::Key_Escape);
-    EXPECT_EQ(model().screen, Screen::list);
-}
-
 TEST_F(AppDelegateTest, moves_and_resizes_are_reported_only_after_start_up) {
     QQuickView* window = delegate.window();
     // A frame drawn: the placements of start-up have been handled.
@@ -82,11 +72,13 @@ TEST_F(AppDelegateTest, a_file_that_could_not_be_read_is_kept_before_the_first_s
     }, 2000)) << panel->property("footerText").toString().toStdString();
 }
 
-// The window-wide keys are shortcuts of the whole application; a focused
-// text field must still get its editing keys, and Escape in the add field
-// closes only the popover.
-TEST_F(AppDelegateTest, a_focused_field_keeps_its_editing_keys) {
+// The window-wide keys are shortcuts of the whole application: Ctrl+Comma
+// opens the settings and Escape leaves them, but a focused text field still
+// gets its editing keys, and Escape in the add field closes only the popover.
+TEST_F(AppDelegateTest, window_keys_move_between_the_screens_and_a_focused_field_keeps_its_editing_keys) {
     QQuickView* window = delegate.window();
+    QTest::keyClick(window, Qt::Key_Escape);
+    EXPECT_EQ(model().screen, Screen::list);
     QTest::keyClick(window, Qt::Key_Comma, Qt::ControlModifier);
     ASSERT_EQ(model().screen, Screen::manage);
     delegate.store().send(msg::OpenAdd{});
@@ -127,6 +119,8 @@ TEST_F(AppDelegateTest, a_focused_field_keeps_its_editing_keys) {
     QTest::keyClick(window, Qt::Key_Escape);
     EXPECT_FALSE(model().addOpen);
     EXPECT_EQ(model().screen, Screen::manage) << "Escape went past the popover";
+    QTest::keyClick(window, Qt::Key_Escape);
+    EXPECT_EQ(model().screen, Screen::list);
 }
 
 // From the settings screen alone: a repository added by typing, given a
