@@ -121,11 +121,11 @@ TEST_F(manage_screen, a_learned_pattern_or_a_new_order_reaches_the_rows_while_an
     EXPECT_EQ(shown, (QStringList{"acme/site", "acme/handbook", "acme/web"})) << names();
 }
 
+// A switch per browser, hidden ones too (their roles and states are the
+// screen reader tests'), only in manual mode.
 TEST_F(manage_screen, browser_switches_show_only_in_manual_mode) {
     show(settings());
-    EXPECT_TRUE(h.find("Firefox")->state().checkable);
-    EXPECT_TRUE(h.find("Firefox")->state().checked);
-    EXPECT_FALSE(h.find("Chromium")->state().checked);
+    EXPECT_NE(h.find("Chromium"), nullptr);
     EXPECT_EQ(h.find("Nothing watched yet."), nullptr);
 
     Model m = settings();

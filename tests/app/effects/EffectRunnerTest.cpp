@@ -176,7 +176,6 @@ TEST(effect_runner, replies_are_queued_in_order_and_dropped_once_the_runner_is_g
     EXPECT_EQ(harness.received.size(), 51u);
 }
 
-
 // Alive and not a zombie waiting to be reaped.
 bool alive(const std::string& pid) {
     const std::string stat = testing::readFile("/proc/" + pid + "/stat");
@@ -235,7 +234,6 @@ TEST(effect_runner, a_hung_gh_is_one_process_at_most_and_ends_with_its_limit) {
         EXPECT_TRUE(testing::waitUntil([&] { return liveGh() == 0; }, 5)) << "quitting left gh running";
     }
 }
-
 
 TEST(effect_runner, a_file_that_could_not_be_read_is_kept_once_before_a_save) {
     struct Row {
