@@ -137,7 +137,9 @@ void PanelModel::updateLists(const Model& model) {
         watchedShown_ = model.repos;
     }
     manageDrag_.rowsFollowed();
-    suggestions_.update(PanelLists::suggestionRows(model));
+    // Suggestions show only in the add popover; filtering them against a long
+    // watch list on every answer while it is closed would be work for nobody.
+    suggestions_.update(model.addOpen ? PanelLists::suggestionRows(model) : std::vector<DiffListModel::Row>{});
     browserSwitches_.update(PanelLists::browserSwitchRows(model, icons_));
 }
 
