@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <string>
 
+#include "SettledCleanup.h"
 #include "Store.h"
 #include "BrowserIcons.h"
 #include "PanelModel.h"
@@ -22,10 +23,13 @@ struct PanelBench {
     ui::BrowserIcons icons{[](const std::string&) { return std::nullopt; }};
     ui::PanelModel panel{store.model(), [this](const Msg& msg) { store.send(msg); }, icons};
     QQuickView view;
+    // As in the application: a quiet moment after the last change collects.
+    SettledCleanup cleanup{*view.engine(), std::chrono::seconds(2)};
 
     /// `repos` is the repos file's text.
     explicit PanelBench(const std::string& repos) {
         QObject::connect(&store, &Store::changed, [this] { panel.show(store.model()); });
+        QObject::connect(&store, &Store::changed, &cleanup, &SettledCleanup::changed);
         store.send(msg::HomeResolved{"/nonexistent"});
         store.send(msg::FileRead{ConfigFile::settings, "auto\t0\nview\tlist\nonboarded\t1\nappearance\tdark\n"});
         store.send(msg::FileRead{ConfigFile::browsers, std::nullopt});

@@ -117,6 +117,10 @@ void AppDelegate::start() {
     window_->show();
     window_->requestActivate();
 
+    // Two seconds without a change: what the rows left behind is collected.
+    cleanup_ = std::make_unique<SettledCleanup>(*window_->engine(), std::chrono::seconds(2));
+    connect(&store_, &Store::changed, cleanup_.get(), &SettledCleanup::changed);
+
     // The second placement waits until the window has been laid out; only
     // after it do moves count as the user's.
     QTimer::singleShot(0, this, [this, saved] {

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "PortalSettings.h"
+#include "SettledCleanup.h"
 #include "TrayIcon.h"
 #include "Records.h"
 #include "Store.h"
@@ -78,6 +79,7 @@ private:
     std::optional<Appearance> forcedAppearance_;
     PortalSettings portal_{QDBusConnection::sessionBus()};
     std::unique_ptr<TrayIcon> tray_;
+    std::unique_ptr<SettledCleanup> cleanup_;
     // The frame our own second placement produced: the window system may echo
     // it back as a move after start-up, which is not the user's doing.
     std::optional<WindowFrame> placementEcho_;

@@ -5,25 +5,18 @@
 #include <QUrl>
 #include <QVariantMap>
 
+#include <algorithm>
 #include <variant>
 
 #include "BrowserIcons.h"
-#include "ManageTexts.h"
-#include "RepoGroup.h"
 #include "Text.h"
+#include "Words.h"
 
 namespace velmar::ui::PanelLists {
 
 namespace {
 
-QString q(const std::string& s) { return QString::fromStdString(s); }
-
-// Text written by others (a title, a login) between first-strong isolates:
-// any direction marks inside end with it, so a right-to-left override cannot
-// turn the rest of the row around.
-QString isolated(const std::string& s) {
-    return QChar(0x2068) + q(s) + QChar(0x2069);
-}
+QString q(std::string_view s) { return QString::fromUtf8(s.data(), qsizetype(s.size())); }
 
 // Lambdas as one visitor, one per alternative of a variant.
 template <class... Cases>
@@ -39,15 +32,29 @@ QString iconSource(BrowserIcons& icons, const std::string& app) {
 
 }  // namespace
 
-std::vector<DiffListModel::Row> prRows(const Model& model, const std::vector<RepoGroup>& groups) {
+std::vector<DiffListModel::Row> prRows(const Model& model, const std::vector<ListRow>& rows) {
     std::vector<DiffListModel::Row> out;
+    out.reserve(rows.size());
+    const auto isHeader = [](const ListRow& row) { return row.isHeader(); };
     int groupIndex = 0;
-    for (const RepoGroup& group : groups) {
-        const Repo& repo = group.repo;
+    // A row before the first heading belongs to no group and is not shown.
+    for (auto heading = std::find_if(rows.begin(), rows.end(), isHeader); heading != rows.end(); ++groupIndex) {
+        const auto end = std::find_if(std::next(heading), rows.end(), isHeader);
+        const Repo& repo = std::get<Repo>(heading->item);
         const QVariant repoId = qint64(repo.id);
         const bool yours = repo.id == yoursGroupId;
         const std::int64_t blocked = yours ? model.yoursBlocked() : 0;
-        out.push_back(makeRow<PrRoles>(q(ListRow{repo}.id()),
+        // The group's run of rows sizes its number column: "#" and one "0" per
+        // digit of its longest number (one when it has none), so titles line up.
+        int prCount = 0;
+        std::size_t digits = 1;
+        for (auto row = std::next(heading); row != end; ++row)
+            if (const PR* pr = std::get_if<PR>(&row->item)) {
+                ++prCount;
+                digits = std::max(digits, std::to_string(pr->number).size());
+            }
+        const QString numberTemplate = QStringLiteral("#") + QString(qsizetype(digits), QLatin1Char('0'));
+        out.push_back(makeRow<PrRoles>(q(heading->id()),
                               {{PrRole::kind, QStringLiteral("header")},
                                {PrRole::repoId, repoId},
                                {PrRole::groupIndex, groupIndex},
@@ -55,16 +62,26 @@ std::vector<DiffListModel::Row> prRows(const Model& model, const std::vector<Rep
                                {PrRole::spinning, repo.state != RepoState::ok},
                                {PrRole::failed, repo.failed},
                                {PrRole::count, qint64(repo.count)},
-                               {PrRole::countLabel, QStringLiteral("%1 open").arg(repo.count)},
-                               {PrRole::loadingLabel, QStringLiteral("Loading ") + q(repo.name)},
-                               {PrRole::groupRows, int(group.prs.size())},
+                               {PrRole::countLabel, q(Words::countLabel(repo.count))},
+                               {PrRole::loadingLabel, q(Words::loadingLabel(repo.name))},
+                               {PrRole::groupRows, prCount},
                                {PrRole::blocked, qint64(blocked)},
-                               {PrRole::blockedLabel, q(blockedLabel(blocked))},
-                               {PrRole::headingLabel, q(yours ? yoursHeading(repo.count, blocked) : repo.name)}}));
-        const QString numberTemplate = q(group.numberTemplate());
-        for (std::size_t k = 0; k < group.prs.size(); ++k) {
-            const PR& pr = group.prs[k];
-            out.push_back(makeRow<PrRoles>(q(ListRow{pr}.id()),
+                               {PrRole::blockedLabel, q(Words::blockedLabel(blocked))},
+                               {PrRole::headingLabel,
+                                q(yours ? Words::yoursHeading(repo.count, blocked) : repo.name)}}));
+        int rowInGroup = 0;
+        for (auto row = std::next(heading); row != end; ++row) {
+            if (const auto* more = std::get_if<MoreRow>(&row->item)) {
+                out.push_back(makeRow<PrRoles>(q(row->id()),
+                                      {{PrRole::kind, QStringLiteral("more")},
+                                       {PrRole::repoId, repoId},
+                                       {PrRole::groupIndex, groupIndex},
+                                       {PrRole::rowInGroup, prCount},
+                                       {PrRole::moreText, q(Words::moreLabel(more->more))}}));
+                continue;
+            }
+            const PR& pr = std::get<PR>(row->item);
+            out.push_back(makeRow<PrRoles>(q(row->id()),
                 {{PrRole::kind, QStringLiteral("pr")},
                  {PrRole::repoId, repoId},
                  {PrRole::groupIndex, groupIndex},
@@ -74,31 +91,24 @@ std::vector<DiffListModel::Row> prRows(const Model& model, const std::vector<Rep
                  {PrRole::numberTemplate, numberTemplate},
                  {PrRole::title, q(text::trimWhitespaceAndNewlines(pr.title))},
                  {PrRole::author, q(pr.author)},
-                 {PrRole::authorTooltip, QStringLiteral("by ") + isolated(pr.author)},
+                 {PrRole::authorTooltip, q(Words::authorTooltip(pr.author))},
                  {PrRole::isDraft, pr.isDraft},
                  {PrRole::hovered, model.hoveredPr == pr.id},
                  {PrRole::hasPreview, !pr.preview.empty()},
-                 {PrRole::previewTooltip, q(previewTooltip(pr.previewSource))},
-                 {PrRole::openLabel, q(openPrLabel(pr.number))},
-                 {PrRole::previewLabel, q(openPreviewLabel(pr.number))},
-                 {PrRole::rowInGroup, int(k)},
-                 {PrRole::checks, pr.checks ? q(std::string(jsonText(*pr.checks))) : QString()},
-                 {PrRole::checksLabel, q(checksLabel(pr.checks))},
-                 {PrRole::review, pr.review ? q(std::string(jsonText(*pr.review))) : QString()},
-                 {PrRole::reviewLabel, q(reviewLabel(pr.review))},
+                 {PrRole::previewTooltip, q(Words::previewTooltip(pr.previewSource))},
+                 {PrRole::openLabel, q(Words::openPrLabel(pr.number))},
+                 {PrRole::previewLabel, q(Words::openPreviewLabel(pr.number))},
+                 {PrRole::rowInGroup, rowInGroup++},
+                 {PrRole::checks, pr.checks ? q(jsonText(*pr.checks)) : QString()},
+                 {PrRole::checksLabel, q(Words::checksLabel(pr.checks))},
+                 {PrRole::review, pr.review ? q(jsonText(*pr.review)) : QString()},
+                 {PrRole::reviewLabel, q(Words::reviewLabel(pr.review))},
                  {PrRole::conflicts, pr.conflicts.value_or(false)},
-                 {PrRole::deploy, pr.deploy ? q(std::string(jsonText(*pr.deploy))) : QString()},
-                 {PrRole::deployLabel, q(deployLabel(pr))},
+                 {PrRole::deploy, pr.deploy ? q(jsonText(*pr.deploy)) : QString()},
+                 {PrRole::deployLabel, q(Words::deployLabel(pr))},
                  {PrRole::repoLabel, yours ? q(pr.repo) : QString()}}));
         }
-        if (group.more > 0)
-            out.push_back(makeRow<PrRoles>(q(ListRow{MoreRow{repo.id, group.more}}.id()),
-                                  {{PrRole::kind, QStringLiteral("more")},
-                                   {PrRole::repoId, repoId},
-                                   {PrRole::groupIndex, groupIndex},
-                                   {PrRole::rowInGroup, int(group.prs.size())},
-                                   {PrRole::moreText, q(moreLabel(group.more))}}));
-        ++groupIndex;
+        heading = end;
     }
     return out;
 }
@@ -121,16 +131,24 @@ std::vector<DiffListModel::Row> browserRows(const Model& model, BrowserIcons& ic
 
 DiffListModel::Row repoRow(const Repo& repo) {
     const QString name = q(repo.name);
+    // A zero-width space after every "/", so that a narrow row breaks a long
+    // slug at its slashes.
+    QString breakable = name;
+    breakable.replace(QLatin1Char('/'), QStringLiteral("/\u200B"));
+    // How the pattern line reads: its typed pattern, the learned one (marked), or none.
+    const QString patternKind = !repo.pattern.empty()            ? QStringLiteral("own")
+                                : !repo.detectedPattern.empty() ? QStringLiteral("detected")
+                                                                : QStringLiteral("none");
     return makeRow<RepoRoles>(QString::number(repo.id),
                               {{RepoRole::repoId, qint64(repo.id)},
                                {RepoRole::name, name},
-                               {RepoRole::breakableName, ManageTexts::breakableName(repo.name)},
-                               {RepoRole::patternKind, ManageTexts::patternKind(repo)},
-                               {RepoRole::patternText, ManageTexts::patternText(repo)},
-                               {RepoRole::editLabel, QStringLiteral("Edit ") + name},
-                               {RepoRole::removeTooltip, QStringLiteral("Stop watching ") + name},
-                               {RepoRole::editorPlaceholder, ManageTexts::editorPlaceholder(repo)},
-                               {RepoRole::editorHint, ManageTexts::editorHint(repo)}});
+                               {RepoRole::breakableName, breakable},
+                               {RepoRole::patternKind, patternKind},
+                               {RepoRole::patternText, q(Words::patternText(repo))},
+                               {RepoRole::editLabel, q(Words::editLabel(repo.name))},
+                               {RepoRole::removeTooltip, q(Words::removeTooltip(repo.name))},
+                               {RepoRole::editorPlaceholder, q(Words::editorPlaceholder(repo))},
+                               {RepoRole::editorHint, q(Words::editorHint(repo))}});
 }
 
 std::vector<DiffListModel::Row> suggestionRows(const Model& model) {
@@ -139,7 +157,7 @@ std::vector<DiffListModel::Row> suggestionRows(const Model& model) {
     out.reserve(suggestions.size());
     for (const Suggestion& s : suggestions) {
         const QString name = q(s.name);
-        const QString label = QStringLiteral("Add ") + name + (s.mine ? QString() : QStringLiteral(", shared"));
+        const QString label = q(Words::suggestionLabel(s.name, s.mine));
         out.push_back(makeRow<SuggestionRoles>(
             name, {{SuggestionRole::name, name}, {SuggestionRole::mine, s.mine}, {SuggestionRole::label, label}}));
     }

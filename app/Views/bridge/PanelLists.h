@@ -15,7 +15,6 @@
 namespace velmar::ui {
 
 class BrowserIcons;
-struct RepoGroup;
 
 namespace PanelLists {
 
@@ -43,8 +42,9 @@ namespace PanelLists {
     X(reviewLabel) X(conflicts) X(deploy) X(deployLabel) X(moreText) X(blocked)             \
     X(blockedLabel) X(headingLabel) X(repoLabel)
 VELMAR_ROLE_TABLE(PrRole, PrRoles, VELMAR_PR_ROLES)
-/// The rows of `groups`, in their order: the list as a drag previews it.
-std::vector<DiffListModel::Row> prRows(const Model& model, const std::vector<RepoGroup>& groups);
+/// The rows of the list `rows` (Model::listRows), in one walk: a heading
+/// opens a group, and its pull requests and "more" row follow it.
+std::vector<DiffListModel::Row> prRows(const Model& model, const std::vector<ListRow>& rows);
 
 /// Roles of the browser tiles: `isDefault` marks the system-default entry;
 /// `iconSource` is an image URL, or empty when the tile shows initials or the globe.

@@ -20,6 +20,7 @@ PanelModel::PanelModel(const Model& model, Send send, BrowserIcons& icons, QObje
       send_(std::move(send)),
       icons_(icons),
       now_(derive(model)),
+      words_(this),
       rows_(roleNames<PanelLists::PrRoles>(), this),
       browsers_(roleNames<PanelLists::BrowserRoles>(), this),
       listDrag_(0.3, 0),
@@ -36,8 +37,10 @@ PanelModel::PanelModel(const Model& model, Send send, BrowserIcons& icons, QObje
 
 namespace {
 
-QVariantMap statusMap(const ManageTexts::Status& status) {
-    return {{QStringLiteral("state"), status.state}, {QStringLiteral("text"), status.text}};
+QString q(std::string_view s) { return QString::fromUtf8(s.data(), qsizetype(s.size())); }
+
+QVariantMap statusMap(const Words::Status& status) {
+    return {{QStringLiteral("state"), q(status.state)}, {QStringLiteral("text"), q(status.text)}};
 }
 
 }  // namespace
@@ -51,25 +54,24 @@ PanelModel::Values PanelModel::derive(const Model& model, bool trayFound) {
     v.checksOn = model.checksOn();
     v.yoursOn = model.yours.value_or(true);
     QVariantList kinds;
-    const auto kind = [&](NotifyKind k, const char* title, const std::optional<bool>& on) {
-        kinds.append(QVariantMap{{QStringLiteral("kind"), QString::fromUtf8(jsonText(k))},
-                                 {QStringLiteral("title"), QString::fromUtf8(title)},
+    const auto kind = [&](NotifyKind k, std::string_view title, const std::optional<bool>& on) {
+        kinds.append(QVariantMap{{QStringLiteral("kind"), q(jsonText(k))},
+                                 {QStringLiteral("title"), q(title)},
                                  {QStringLiteral("on"), on.value_or(false)}});
     };
-    kind(NotifyKind::newPrs, "New pull requests", model.notifyNew);
-    kind(NotifyKind::checks, "Checks finished on my pull requests", model.notifyChecks);
-    kind(NotifyKind::review, "Review requested from me", model.notifyReview);
+    kind(NotifyKind::newPrs, Words::notifyNewPrs, model.notifyNew);
+    kind(NotifyKind::checks, Words::notifyChecks, model.notifyChecks);
+    kind(NotifyKind::review, Words::notifyReview, model.notifyReview);
     v.attention = {{QStringLiteral("usable"), v.checksOn},
                    {QStringLiteral("notify"), model.notify.value_or(false)},
                    {QStringLiteral("kinds"), kinds},
                    {QStringLiteral("tray"), model.tray.value_or(false)},
-                   {QStringLiteral("notifyCaption"), ManageTexts::notifyCaption(model)},
-                   {QStringLiteral("trayCaption"), ManageTexts::trayCaption(v.checksOn, trayFound)}};
+                   {QStringLiteral("notifyCaption"), q(Words::notifyCaption(v.checksOn))},
+                   {QStringLiteral("trayCaption"), q(Words::trayCaption(v.checksOn, trayFound))}};
     v.reposLoaded = model.reposLoaded;
     v.hasRepos = !model.repos.empty();
     v.footerText = QString::fromStdString(model.footerText());
-    v.windowTitle = !v.showsOnboarding && v.onSettings ? QStringLiteral("Settings")
-                                                       : QStringLiteral("Velmar");
+    v.windowTitle = q(!v.showsOnboarding && v.onSettings ? Words::settings : Words::appName);
     v.ghChecking = model.gh == GhStatus::unknown;
     v.ghMissing = model.gh == GhStatus::missing;
     v.ghSignedOut = model.gh == GhStatus::loggedOut;
@@ -78,13 +80,13 @@ PanelModel::Values PanelModel::derive(const Model& model, bool trayFound) {
     v.showsGhBanner = model.showsGhBanner();
     v.brewInstalled = model.brewInstalled.value_or(false);
     v.previewMenu = PanelLists::previewMenu(model);
-    v.ghInstalledStatus = statusMap(ManageTexts::ghInstalled(model.gh));
-    v.ghSignedInStatus = statusMap(ManageTexts::ghSignedIn(model.gh));
-    v.ghFooter = ManageTexts::ghFooter(model.gh);
+    v.ghInstalledStatus = statusMap(Words::ghInstalled(model.gh));
+    v.ghSignedInStatus = statusMap(Words::ghSignedIn(model.gh));
+    v.ghFooter = q(Words::ghFooter(model.gh));
     v.browserMode = QString::fromUtf8(jsonText(model.browserMode));
-    v.browserFooter = ManageTexts::browserFooter(model.browserMode);
+    v.browserFooter = q(Words::browserFooter(model.browserMode));
     v.appearance = QString::fromUtf8(jsonText(model.appearance));
-    v.autoFooter = ManageTexts::autoFooter(model.autoRefresh);
+    v.autoFooter = q(Words::autoFooter(model.autoRefresh));
     v.addOpen = model.addOpen;
     v.addText = QString::fromStdString(model.addText);
     v.canSubmitAdd = model.canSubmitAdd();
@@ -96,9 +98,10 @@ PanelModel::Values PanelModel::derive(const Model& model, bool trayFound) {
 void PanelModel::updateLists(const Model& model) {
     // The trackers learn the new order before the rows move, so the rows
     // glide, and lay them out after, so nothing jumps.
-    const std::vector<RepoGroup> groups = RepoGroup::make(model.listRows());
+    const std::vector<ListRow> listed = model.listRows();
     std::vector<reorder::Id> groupIds, repoIds;
-    for (const RepoGroup& group : groups) groupIds.push_back(group.id());
+    for (const ListRow& row : listed)
+        if (const Repo* repo = std::get_if<Repo>(&row.item)) groupIds.push_back(repo->id);
     for (const Repo& repo : model.repos) repoIds.push_back(repo.id);
     listDrag_.setEnabled(model.screen == Screen::list && !model.showsOnboarding());
     listDrag_.setIds(std::move(groupIds));
@@ -106,7 +109,7 @@ void PanelModel::updateLists(const Model& model) {
     repoOrder_ = repoIds;
     manageDrag_.setIds(std::move(repoIds));
 
-    rows_.update(PanelLists::prRows(model, groups));
+    rows_.update(PanelLists::prRows(model, listed));
     listDrag_.rowsFollowed();
     browsers_.update(PanelLists::browserRows(model, icons_));
     const auto sameRows = [](const Repo& a, const Repo& b) {
@@ -134,7 +137,9 @@ void PanelModel::updateLists(const Model& model) {
         watchedShown_ = model.repos;
     }
     manageDrag_.rowsFollowed();
-    suggestions_.update(PanelLists::suggestionRows(model));
+    // Suggestions show only in the add popover; filtering them against a long
+    // watch list on every answer while it is closed would be work for nobody.
+    suggestions_.update(model.addOpen ? PanelLists::suggestionRows(model) : std::vector<DiffListModel::Row>{});
     browserSwitches_.update(PanelLists::browserSwitchRows(model, icons_));
 }
 
@@ -155,7 +160,7 @@ void PanelModel::showNotice(const QString& text, double seconds) {
 void PanelModel::setTrayFound(bool found) {
     if (found == trayFound_) return;
     trayFound_ = found;
-    now_.attention[QStringLiteral("trayCaption")] = ManageTexts::trayCaption(now_.checksOn, found);
+    now_.attention[QStringLiteral("trayCaption")] = q(Words::trayCaption(now_.checksOn, found));
     emit attentionChanged();
 }
 

@@ -17,11 +17,10 @@ class QTimer;
 #include "BrowserIcons.h"
 #include "DiffListModel.h"
 #include "RepoDragTracker.h"
-#include "RepoGroup.h"
-#include "ManageTexts.h"
 #include "Model.h"
 #include "Msg.h"
 #include "PanelValues.h"
+#include "PanelWords.h"
 
 namespace velmar::ui {
 
@@ -34,6 +33,8 @@ class PanelModel : public QObject {
     Q_PROPERTY(QString footerText READ footerText NOTIFY footerTextChanged)
     Q_PROPERTY(QString ghLoginCommand READ ghLoginCommand CONSTANT)
     Q_PROPERTY(QString brewInstallCommand READ brewInstallCommand CONSTANT)
+    /// The screens' fixed words.
+    Q_PROPERTY(velmar::ui::PanelWords* words READ words CONSTANT)
     /// The pull request list's headings and rows (roles: PanelLists::PrRoles).
     Q_PROPERTY(velmar::ui::DiffListModel* rows READ rows CONSTANT)
     /// The browser tiles (roles: PanelLists::BrowserRoles).
@@ -45,7 +46,6 @@ class PanelModel : public QObject {
     Q_PROPERTY(velmar::ui::RepoDragTracker* manageDrag READ manageDrag CONSTANT)
 
     // ---- The settings screen ----
-    Q_PROPERTY(QString placeholdersLine READ placeholdersLine CONSTANT)
     /// The byte caps of the slug and pattern fields.
     Q_PROPERTY(int slugCapacity READ slugCapacity CONSTANT)
     Q_PROPERTY(int patternCapacity READ patternCapacity CONSTANT)
@@ -73,11 +73,11 @@ public:
     void showNotice(const QString& text, double seconds = 15);
     QString ghLoginCommand() const;
     QString brewInstallCommand() const;
+    PanelWords* words() { return &words_; }
     DiffListModel* rows() { return &rows_; }
     DiffListModel* browsers() { return &browsers_; }
     RepoDragTracker* listDrag() { return &listDrag_; }
     RepoDragTracker* manageDrag() { return &manageDrag_; }
-    QString placeholdersLine() const { return ManageTexts::placeholdersLine(); }
     int slugCapacity() const;
     int patternCapacity() const;
     DiffListModel* watchedRepos() { return &watchedRepos_; }
@@ -110,6 +110,7 @@ private:
     bool trayFound_ = false;
     QString notice_;
     QTimer* noticeTimer_ = nullptr;
+    PanelWords words_;
     DiffListModel rows_;
     DiffListModel browsers_;
     RepoDragTracker listDrag_;

@@ -172,6 +172,11 @@ public:
     /// "minimal", "compact" or "regular" for a panel `width` points wide.
     Q_INVOKABLE QString widthClass(double width) const;
 
+    /// `text` as styled text in the fixed-pitch face: a command inside a sentence.
+    Q_INVOKABLE QString mono(const QString& text) const {
+        return QStringLiteral("<font face=\"") + monospace_ + QStringLiteral("\">") + text + QStringLiteral("</font>");
+    }
+
 signals:
     void changed();
 

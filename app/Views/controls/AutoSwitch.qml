@@ -7,8 +7,6 @@ PlainControl {
     property bool on: false
     property bool showsTitle: true
 
-    text: "Auto"
-    tooltip: "Refresh automatically every minute"
     implicitWidth: row.implicitWidth
     implicitHeight: 20
     focusRadius: 8

@@ -62,9 +62,9 @@ GridLayout {
         Layout.alignment: Qt.AlignVCenter | Qt.AlignLeft
         theme: well.theme
         small: true
-        text: "Copy"
-        tooltip: "Copy command"
-        Accessible.name: "Copy command " + well.command
+        text: well.panel.words.copy
+        tooltip: well.panel.words.copyCommand
+        Accessible.name: well.panel.words.copyCommand + " " + well.command
         onClicked: well.panel.send({ msg: "copy_command", command: well.command })
     }
 }

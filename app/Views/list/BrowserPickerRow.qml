@@ -20,7 +20,7 @@ Item {
     visible: !empty
 
     Accessible.role: Accessible.Grouping
-    Accessible.name: "Open links in"
+    Accessible.name: panel.words.openLinksIn
 
     RowLayout {
         id: row
@@ -32,7 +32,7 @@ Item {
             visible: strip.widthClass === "regular"
             Layout.bottomMargin: 3
             Layout.alignment: Qt.AlignVCenter
-            text: "Open links in"
+            text: strip.panel.words.openLinksIn
             color: strip.theme.secondary
             font.pixelSize: strip.theme.callout
             Accessible.ignored: true

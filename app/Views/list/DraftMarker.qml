@@ -7,6 +7,7 @@ import QtQuick.Controls
 Item {
     id: marker
     required property Theme theme
+    required property PanelWords words
     required property string widthClass
     readonly property bool asSymbol: widthClass === "minimal"
 
@@ -14,7 +15,7 @@ Item {
     implicitHeight: content.implicitHeight
 
     Accessible.role: Accessible.StaticText
-    Accessible.name: "draft"
+    Accessible.name: words.draft
 
     // Built only on a draft's row.
     // The components below are built by this file's loader, in its context.
@@ -29,7 +30,7 @@ Item {
         id: pill
         Pill {
             theme: marker.theme
-            text: "draft"
+            text: marker.words.draft
             role: "warning"
             Accessible.ignored: true
         }
@@ -43,7 +44,7 @@ Item {
         }
     }
     HoverHandler { id: hover; enabled: marker.asSymbol }
-    ToolTip.text: "Draft"
+    ToolTip.text: marker.words.draftTooltip
     ToolTip.visible: marker.asSymbol && hover.hovered
     ToolTip.delay: 700
     // qmllint enable unqualified

@@ -24,7 +24,7 @@ Item {
             width: parent.width
             horizontalAlignment: Text.AlignHCenter
             wrapMode: Text.Wrap
-            text: "No repos watched yet."
+            text: empty.panel.words.noReposWatched
             Accessible.role: Accessible.Heading
             Accessible.name: text
             color: empty.theme.primary
@@ -35,7 +35,7 @@ Item {
             width: parent.width
             horizontalAlignment: Text.AlignHCenter
             wrapMode: Text.Wrap
-            text: "Add the repositories you care about to see their open pull requests here."
+            text: empty.panel.words.emptyListHint
             Accessible.role: Accessible.StaticText
             Accessible.name: text
             color: empty.theme.secondary
@@ -46,7 +46,7 @@ Item {
             anchors.horizontalCenter: parent.horizontalCenter
             theme: empty.theme
             prominent: true
-            text: "Add repos"
+            text: empty.panel.words.addRepos
             onClicked: empty.panel.send({ msg: "navigate", screen: "manage" })
         }
     }

@@ -13,14 +13,12 @@ Item {
 
     readonly property bool missing: panel.ghMissing
     readonly property bool narrow: widthClass === "minimal"
-    readonly property string title: missing ? "The GitHub CLI isn't installed" : "You're signed out of the GitHub CLI"
-    readonly property string mono: "<font face=\"" + theme.monospace + "\">%1</font>"
-    readonly property string detail: missing
-        ? "Velmar reads your pull requests through " + mono.arg("gh") + ", and has no other way in."
-        : "Run " + mono.arg(panel.ghLoginCommand) + " in a terminal, then hit Refresh."
-    readonly property string plainDetail: missing
-        ? "Velmar reads your pull requests through gh, and has no other way in."
-        : "Run " + panel.ghLoginCommand + " in a terminal, then hit Refresh."
+    readonly property string title: missing ? panel.words.ghMissingTitle : panel.words.ghSignedOutTitle
+    // The detail names a command, set in the fixed-pitch face where it shows.
+    readonly property string detailWords: missing ? panel.words.ghMissingDetail : panel.words.ghSignedOutDetail
+    readonly property string command: missing ? panel.words.gh : panel.ghLoginCommand
+    readonly property string detail: detailWords.arg(theme.mono(command))
+    readonly property string plainDetail: detailWords.arg(command)
 
     implicitHeight: layout.implicitHeight + 12
 
@@ -102,9 +100,9 @@ Item {
         PushButton {
             theme: banner.theme
             small: true
-            text: banner.missing ? "Install instructions" : "Copy"
-            tooltip: banner.missing ? "" : "Copy command"
-            Accessible.name: banner.missing ? text : "Copy command"
+            text: banner.missing ? banner.panel.words.installInstructions : banner.panel.words.copy
+            tooltip: banner.missing ? "" : banner.panel.words.copyCommand
+            Accessible.name: banner.missing ? text : banner.panel.words.copyCommand
             onClicked: banner.missing ? banner.panel.send({ msg: "open_install_page" })
                                       : banner.panel.send({ msg: "copy_command", command: banner.panel.ghLoginCommand })
         }

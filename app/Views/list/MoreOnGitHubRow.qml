@@ -19,7 +19,7 @@ Item {
         theme: row.theme
         link: true
         text: row.moreText
-        tooltip: "Open the pull requests on GitHub"
+        tooltip: row.panel.words.openPullsOnGitHub
         onClicked: row.panel.send({ msg: "open_repo_pulls", id: row.repoId })
         contentItem: Text {
             text: button.text

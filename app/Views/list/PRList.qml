@@ -40,7 +40,7 @@ ListView {
     currentIndex: -1
 
     Accessible.role: Accessible.List
-    Accessible.name: "Pull requests"
+    Accessible.name: panel.words.pullRequests
 
     ScrollBar.vertical: ScrollBar { policy: ScrollBar.AsNeeded }
 
@@ -95,12 +95,12 @@ ListView {
         theme: list.theme
         PanelMenuItem {
             theme: list.theme
-            text: "Open on GitHub"
+            text: list.panel.words.openOnGitHub
             onTriggered: list.panel.send({ msg: "open_repo", id: repoMenu.subject })
         }
         PanelMenuItem {
             theme: list.theme
-            text: "Copy Link"
+            text: list.panel.words.copyRepoLink
             onTriggered: list.panel.send({ msg: "copy_repo_link", id: repoMenu.subject })
         }
     }
@@ -109,7 +109,7 @@ ListView {
         theme: list.theme
         PanelMenuItem {
             theme: list.theme
-            text: "Copy link"
+            text: list.panel.words.copyPrLink
             onTriggered: list.panel.send({ msg: "copy_pr_link", id: linkMenu.subject })
         }
     }

@@ -119,7 +119,7 @@ FocusScope {
             horizontalAlignment: Text.AlignLeft
             Accessible.role: Accessible.StaticText
             Accessible.name: layout.roomForMarks ? row.title
-                : row.joined([row.title, row.reviewLabel, row.conflicts ? "Conflicts" : ""])
+                : row.joined([row.title, row.reviewLabel, row.conflicts ? row.panel.words.conflicts : ""])
         }
         ReviewMarker {
             id: reviewMark
@@ -127,20 +127,22 @@ FocusScope {
             theme: row.theme
             widthClass: row.widthClass
             label: row.reviewLabel
-            role: row.reviewLabel === "Approved" ? "accent" : row.reviewLabel === "Changes requested" ? "warning" : "info"
+            role: row.reviewLabel === row.panel.words.approved ? "accent"
+                : row.reviewLabel === row.panel.words.changesRequested ? "warning" : "info"
         }
         ReviewMarker {
             id: conflictsMark
             visible: label.length > 0 && layout.roomForMarks
             theme: row.theme
             widthClass: row.widthClass
-            label: row.conflicts ? "Conflicts" : ""
+            label: row.conflicts ? row.panel.words.conflicts : ""
             role: "destructive"
         }
         DraftMarker {
             id: draft
             visible: row.isDraft
             theme: row.theme
+            words: row.panel.words
             widthClass: row.widthClass
         }
         Text {

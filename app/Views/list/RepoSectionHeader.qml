@@ -62,7 +62,7 @@ FocusScope {
 
     Accessible.role: Accessible.Heading
     Accessible.name: headingLabel
-    Accessible.description: "Alt+Up or Alt+Down moves it"
+    Accessible.description: panel.words.movesByKeys
     Accessible.focusable: true
     // A heading does nothing of its own; Press offers its menu.
     Accessible.onPressAction: header.menuRequested(row, 0, row.height)
@@ -151,7 +151,7 @@ FocusScope {
             id: failedPill
             visible: header.failed
             theme: header.theme
-            text: "failed"
+            text: header.panel.words.failed
             role: "destructive"
             Accessible.role: Accessible.StaticText
             Accessible.name: text

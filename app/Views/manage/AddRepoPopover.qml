@@ -12,7 +12,7 @@ Popover {
 
     edge: "bottom"
     preferredWidth: 360
-    accessibleName: "Add a repo"
+    accessibleName: panel.words.addARepo
     visible: panel.addOpen
     onClosed: if (popover.panel.addOpen) popover.panel.send({ msg: "close_add" })
 
@@ -22,7 +22,7 @@ Popover {
         spacing: 10
 
         Text {
-            text: "Add a repo"
+            text: popover.panel.words.addARepo
             color: popover.theme.primary
             font.pixelSize: popover.theme.headline
             font.weight: Font.DemiBold
@@ -37,15 +37,15 @@ Popover {
                 theme: popover.theme
                 modelText: popover.panel.addText
                 maxBytes: popover.panel.slugCapacity
-                accessibilityLabel: "Repository slug"
-                placeholderText: "owner/repo"
+                accessibilityLabel: popover.panel.words.repositorySlug
+                placeholderText: popover.panel.words.slugPlaceholder
                 autofocus: true
                 onEdited: (text) => popover.panel.send({ msg: "add_text", text: text })
                 onSubmitted: popover.panel.send({ msg: "submit_add" })
             }
             PushButton {
                 theme: popover.theme
-                text: "Add"
+                text: popover.panel.words.add
                 prominent: true
                 enabled: popover.panel.canSubmitAdd
                 onClicked: popover.panel.send({ msg: "submit_add" })
@@ -53,7 +53,7 @@ Popover {
         }
         Text {
             Layout.fillWidth: true
-            text: "Yours, plus repos you have access to (type above to filter):"
+            text: popover.panel.words.suggestionsIntro
             color: popover.theme.secondary
             font.pixelSize: popover.theme.callout
             wrapMode: Text.Wrap
@@ -71,7 +71,7 @@ Popover {
             Item { Layout.fillWidth: true }
             PushButton {
                 theme: popover.theme
-                text: "Done"
+                text: popover.panel.words.done
                 onClicked: popover.panel.send({ msg: "close_add" })
             }
         }

@@ -13,7 +13,7 @@ FormSection {
 
     readonly property bool manual: panel.browserMode === "manual"
 
-    title: "Browsers"
+    title: panel.words.browsers
     footer: panel.browserFooter
 
     FormRow {
@@ -22,8 +22,9 @@ FormSection {
         MenuRow {
             theme: section.theme
             widthClass: section.widthClass
-            title: "Show in picker"
-            options: [{ title: "Open Browsers", value: "open" }, { title: "Chosen Browsers", value: "manual" }]
+            title: section.panel.words.showInPicker
+            options: [{ title: section.panel.words.openBrowsers, value: "open" },
+                      { title: section.panel.words.chosenBrowsers, value: "manual" }]
             current: section.panel.browserMode
             onChosen: (value) => section.panel.send({ msg: "set_browser_mode", mode: value })
         }

@@ -10,8 +10,8 @@ FormSection {
     required property PanelModel panel
     required property string widthClass
 
-    title: "Extras"
-    footer: "One GitHub query a minute for all repositories. Shows CI, review and deployment state, the pull requests waiting for your review, and your own."
+    title: panel.words.extras
+    footer: panel.words.extrasFooter
 
     FormRow {
         theme: section.theme
@@ -21,7 +21,7 @@ FormSection {
             spacing: 8
             Text {
                 Layout.fillWidth: true
-                text: "Checks, reviews and deployments"
+                text: section.panel.words.checksSwitch
                 color: section.theme.primary
                 font.pixelSize: section.theme.body
                 wrapMode: Text.Wrap
@@ -31,7 +31,7 @@ FormSection {
             AutoSwitch {
                 objectName: "checksSwitch"
                 theme: section.theme
-                text: "Checks, reviews and deployments"
+                text: section.panel.words.checksSwitch
                 tooltip: ""
                 showsTitle: false
                 on: section.panel.checksOn
@@ -51,7 +51,7 @@ FormSection {
             opacity: enabled ? 1 : 0.45
             Text {
                 Layout.fillWidth: true
-                text: "Show my pull requests"
+                text: section.panel.words.showMyPrs
                 color: section.theme.primary
                 font.pixelSize: section.theme.body
                 wrapMode: Text.Wrap
@@ -60,9 +60,9 @@ FormSection {
             AutoSwitch {
                 objectName: "yoursSwitch"
                 theme: section.theme
-                text: "Show my pull requests"
+                text: section.panel.words.showMyPrs
                 // A screen reader is not told that a control is greyed; it hears why.
-                tooltip: section.panel.checksOn ? "" : "Needs checks, reviews and deployments"
+                tooltip: section.panel.checksOn ? "" : section.panel.words.yoursNeedsChecks
                 showsTitle: false
                 on: section.panel.yoursOn
                 onClicked: section.panel.send({ msg: "set_yours", on: !section.panel.yoursOn })
@@ -75,7 +75,7 @@ FormSection {
 
     ExtrasSwitchRow {
         theme: section.theme
-        title: "Notifications"
+        title: section.panel.words.notifications
         switchName: "notifySwitch"
         caption: section.attention.notifyCaption
         usable: section.attention.usable
@@ -111,7 +111,7 @@ FormSection {
     }
     ExtrasSwitchRow {
         theme: section.theme
-        title: "Icon in the system tray"
+        title: section.panel.words.trayIcon
         switchName: "traySwitch"
         caption: section.attention.trayCaption
         usable: section.attention.usable

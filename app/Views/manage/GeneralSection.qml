@@ -9,7 +9,7 @@ FormSection {
     required property PanelModel panel
     required property string widthClass
 
-    title: "General"
+    title: panel.words.general
     footer: panel.settingsLoaded ? panel.autoFooter : ""
 
     FormRow {
@@ -18,8 +18,9 @@ FormSection {
         MenuRow {
             theme: section.theme
             widthClass: section.widthClass
-            title: "Appearance"
-            options: [{ title: "Dark", value: "dark" }, { title: "Light", value: "light" }, { title: "Auto", value: "system" }]
+            title: section.panel.words.appearance
+            options: [{ title: section.panel.words.dark, value: "dark" }, { title: section.panel.words.light, value: "light" },
+                      { title: section.panel.words.autoTitle, value: "system" }]
             current: section.panel.appearance
             onChosen: (value) => section.panel.send({ msg: "set_appearance", appearance: value })
         }
@@ -32,7 +33,7 @@ FormSection {
             spacing: 8
             Text {
                 Layout.fillWidth: true
-                text: "Refresh automatically"
+                text: section.panel.words.refreshAutomatically
                 color: section.theme.primary
                 font.pixelSize: section.theme.body
                 // Wraps rather than cut a title short in a narrow panel.
@@ -42,7 +43,7 @@ FormSection {
             }
             AutoSwitch {
                 theme: section.theme
-                text: "Refresh automatically"
+                text: section.panel.words.refreshAutomatically
                 tooltip: ""
                 showsTitle: false
                 on: section.panel.autoRefresh

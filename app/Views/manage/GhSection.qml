@@ -9,7 +9,7 @@ FormSection {
     id: section
     required property PanelModel panel
 
-    title: "GitHub CLI"
+    title: panel.words.githubCli
     footer: panel.ghFooter
 
     FormRow {
@@ -20,14 +20,14 @@ FormSection {
             spacing: 8
             Text {
                 Layout.fillWidth: true
-                text: "<font face=\"" + section.theme.monospace + "\">gh</font> installed"
+                text: section.panel.words.ghInstalledRow.arg(section.theme.mono(section.panel.words.gh))
                 textFormat: Text.StyledText
                 color: section.theme.primary
                 font.pixelSize: section.theme.body
                 // Wraps rather than cut a title short in a narrow panel.
                 wrapMode: Text.Wrap
                 Accessible.role: Accessible.StaticText
-                Accessible.name: "gh installed"
+                Accessible.name: section.panel.words.ghInstalledRow.arg(section.panel.words.gh)
             }
             GhStatusLabel {
                 theme: section.theme
@@ -48,7 +48,7 @@ FormSection {
             spacing: 8
             Text {
                 Layout.fillWidth: true
-                text: "Signed in to GitHub"
+                text: section.panel.words.signedInToGitHub
                 color: section.theme.primary
                 font.pixelSize: section.theme.body
                 // Wraps rather than cut a title short in a narrow panel.

@@ -16,7 +16,6 @@ Popover {
 
     edge: "trailing"
     preferredWidth: 320
-    accessibleName: "Edit " + name
     visible: panel.editingRepo === repoId
     onClosed: if (editor.panel.editingRepo === editor.repoId) editor.panel.send({ msg: "cancel_edit" })
 
@@ -43,7 +42,7 @@ Popover {
                 Accessible.name: text
             }
             Text {
-                text: "Preview URL"
+                text: editor.panel.words.previewUrl
                 color: editor.theme.secondary
                 font.pixelSize: editor.theme.callout
                 Accessible.role: Accessible.StaticText
@@ -55,7 +54,7 @@ Popover {
             theme: editor.theme
             modelText: editor.panel.editText
             maxBytes: editor.panel.patternCapacity
-            accessibilityLabel: "Preview URL pattern"
+            accessibilityLabel: editor.panel.words.previewUrlPattern
             placeholderText: editor.placeholder
             autofocus: true
             cancels: true
@@ -65,7 +64,7 @@ Popover {
         }
         Text {
             Layout.fillWidth: true
-            text: editor.panel.placeholdersLine
+            text: editor.panel.words.placeholdersLine
             textFormat: Text.PlainText
             color: editor.theme.secondary
             font.pixelSize: editor.theme.caption
@@ -97,7 +96,7 @@ Popover {
             PushButton {
                 id: remove
                 theme: editor.theme
-                text: "Remove"
+                text: editor.panel.words.remove
                 textColor: editor.theme.destructive
                 tooltip: editor.removeTooltip
                 onClicked: editor.panel.send({ msg: "remove_repo", id: editor.repoId })
@@ -109,13 +108,13 @@ Popover {
                 PushButton {
                     id: cancel
                     theme: editor.theme
-                    text: "Cancel"
+                    text: editor.panel.words.cancel
                     onClicked: editor.panel.send({ msg: "cancel_edit" })
                 }
                 PushButton {
                     id: save
                     theme: editor.theme
-                    text: "Save"
+                    text: editor.panel.words.save
                     prominent: true
                     Accessible.defaultButton: true
                     onClicked: editor.panel.send({ msg: "save_pattern" })

@@ -12,7 +12,7 @@ FormSection {
     required property PanelModel panel
     required property string widthClass
 
-    title: "Repositories"
+    title: panel.words.repositories
 
     accessories: SymbolButton {
         id: add
@@ -21,8 +21,8 @@ FormSection {
         symbolSize: 12
         frameWidth: 22
         frameHeight: 20
-        text: "Add a repo"
-        tooltip: "Add a repo"
+        text: section.panel.words.addARepo
+        tooltip: add.text
         onClicked: section.panel.send({ msg: "open_add" })
 
         AddRepoPopover {
@@ -38,7 +38,7 @@ FormSection {
         visible: !section.panel.hasRepos
         Text {
             Layout.fillWidth: true
-            text: "Nothing watched yet."
+            text: section.panel.words.nothingWatched
             color: section.theme.secondary
             font.pixelSize: section.theme.body
             wrapMode: Text.Wrap

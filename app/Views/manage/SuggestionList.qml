@@ -49,12 +49,13 @@ Item {
         }
 
         Accessible.role: Accessible.List
-        Accessible.name: "Suggestions"
+        Accessible.name: list.panel.words.suggestions
         ScrollBar.vertical: ScrollBar { policy: ScrollBar.AsNeeded }
 
         delegate: SuggestionRow {
             width: ListView.view.width
             theme: list.theme
+            words: list.panel.words
             current: ListView.isCurrentItem && ListView.view.activeFocus
             onClicked: list.panel.send({ msg: "pick_suggestion", name: name })
         }
@@ -69,7 +70,7 @@ Item {
     Text {
         anchors.centerIn: parent
         visible: view.count === 0
-        text: "No matching repos."
+        text: list.panel.words.noMatchingRepos
         color: list.theme.secondary
         font.pixelSize: list.theme.body
         Accessible.role: Accessible.StaticText

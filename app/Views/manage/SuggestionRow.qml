@@ -4,12 +4,14 @@
 // field. A row kept aside for reuse is hidden from assistive tools.
 import QtQuick
 import QtQuick.Layouts
+import Velmar.Views
 
 PlainButton {
     id: row
     required property string name
     required property bool mine
     required property string label
+    required property PanelWords words
 
     /// The list's current row while the list has the keyboard.
     property bool current: false
@@ -50,7 +52,7 @@ PlainButton {
             id: pill
             visible: !row.mine
             theme: row.theme
-            text: "shared"
+            text: row.words.shared
             role: "info"
         }
         Item { Layout.fillWidth: true }

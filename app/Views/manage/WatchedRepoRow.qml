@@ -80,7 +80,7 @@ FormRow {
 
     Accessible.role: Accessible.ListItem
     Accessible.name: name
-    Accessible.description: "Alt+Up or Alt+Down moves it"
+    Accessible.description: panel.words.movesByKeys
     // The row does nothing of its own; Press offers its menu.
     Accessible.onPressAction: menu.openAt(row, 0, row.height)
 
@@ -140,7 +140,7 @@ FormRow {
                     visible: row.patternKind === "detected"
                     x: pattern.width + 6
                     anchors.baseline: pattern.baseline
-                    text: "Detected"
+                    text: row.panel.words.detected
                     color: row.theme.tertiary
                     font.pixelSize: row.theme.caption2
                     font.weight: Font.Medium
@@ -148,7 +148,7 @@ FormRow {
                     Accessible.name: text
                     Accessible.description: ToolTip.text
                     HoverHandler { id: detectedHover }
-                    ToolTip.text: "Learned from deploy-bot comments (Railway, Netlify) on this repo's PRs"
+                    ToolTip.text: row.panel.words.detectedTooltip
                     ToolTip.visible: detectedHover.hovered
                     ToolTip.delay: 700
                 }
@@ -162,7 +162,7 @@ FormRow {
             systemImage: "info.circle"
             symbolSize: 14
             text: row.editLabel
-            tooltip: "Edit preview URL"
+            tooltip: row.panel.words.editPreviewUrl
             onClicked: row.panel.send({ msg: "edit_pattern", repo_id: row.repoId })
             onMenuRequested: (x, y) => menu.openAt(info, x, y)
 
@@ -172,6 +172,7 @@ FormRow {
                 panel: row.panel
                 repoId: row.repoId
                 name: row.name
+                accessibleName: row.editLabel
                 placeholder: row.editorPlaceholder
                 hint: row.editorHint
                 removeTooltip: row.removeTooltip
@@ -184,18 +185,18 @@ FormRow {
         theme: row.theme
         PanelMenuItem {
             theme: row.theme
-            text: "Edit Preview URL\u2026"
+            text: row.panel.words.editPreviewUrlMenu
             onTriggered: row.panel.send({ msg: "edit_pattern", repo_id: row.repoId })
         }
         PanelMenuItem {
             theme: row.theme
-            text: "Copy Name"
+            text: row.panel.words.copyName
             onTriggered: row.panel.send({ msg: "copy_repo_name", id: row.repoId })
         }
         PanelMenuItem { theme: row.theme; separator: true }
         PanelMenuItem {
             theme: row.theme
-            text: "Remove"
+            text: row.panel.words.remove
             destructive: true
             onTriggered: row.panel.send({ msg: "remove_repo", id: row.repoId })
         }

@@ -29,7 +29,7 @@ Item {
             theme: guidance.theme
             linkStyle: true
             textSize: guidance.theme.callout
-            text: "Other ways to install"
+            text: guidance.panel.words.otherWaysToInstall
             onClicked: guidance.panel.send({ msg: "open_install_page" })
         }
     }
@@ -38,16 +38,16 @@ Item {
         visible: !guidance.panel.brewInstalled
         theme: guidance.theme
         readonly property bool fits: guidance.width <= 0 || full.advanceWidth + 22 <= guidance.width
-        text: fits ? "Install instructions" : "Install guide"
+        text: fits ? full.text : shortTitle.text
         onClicked: guidance.panel.send({ msg: "open_install_page" })
         TextMetrics {
             id: full
-            text: "Install instructions"
+            text: guidance.panel.words.installInstructions
             font.pixelSize: guidance.theme.body
         }
         TextMetrics {
             id: shortTitle
-            text: "Install guide"
+            text: guidance.panel.words.installGuide
             font.pixelSize: guidance.theme.body
         }
     }

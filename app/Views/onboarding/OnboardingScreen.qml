@@ -48,7 +48,7 @@ Flickable {
             Text {
                 Layout.alignment: Qt.AlignHCenter
                 Layout.maximumWidth: content.width
-                text: "Welcome to Velmar"
+                text: screen.panel.words.welcome
                 color: screen.theme.primary
                 font.pixelSize: screen.theme.title
                 font.weight: Font.DemiBold
@@ -60,7 +60,7 @@ Flickable {
             Text {
                 Layout.alignment: Qt.AlignHCenter
                 Layout.preferredWidth: Math.min(420, content.width)
-                text: "Velmar shows the open pull requests across the repositories you watch, with one-click links to each PR and its preview deployment. It reads everything through the GitHub CLI you already use, and never asks for a token."
+                text: screen.panel.words.welcomeDetail
                 color: screen.theme.secondary
                 font.pixelSize: screen.theme.body
                 wrapMode: Text.Wrap
@@ -98,9 +98,10 @@ Flickable {
                 OnboardingStep {
                     Layout.fillWidth: true
                     theme: screen.theme
+                    words: screen.panel.words
                     done: screen.installed
-                    title: "The GitHub CLI (<font face=\"" + screen.theme.monospace + "\">gh</font>) is installed"
-                    plainTitle: "The GitHub CLI (gh) is installed"
+                    title: screen.panel.words.ghInstalledStep.arg(screen.theme.mono(screen.panel.words.gh))
+                    plainTitle: screen.panel.words.ghInstalledStep.arg(screen.panel.words.gh)
                     GhInstallGuidance {
                         visible: screen.panel.ghMissing
                         Layout.fillWidth: true
@@ -117,9 +118,10 @@ Flickable {
                 OnboardingStep {
                     Layout.fillWidth: true
                     theme: screen.theme
+                    words: screen.panel.words
                     done: screen.signedIn
                     muted: !screen.installed
-                    title: "You're signed in to GitHub"
+                    title: screen.panel.words.signedInStep
                     CommandWell {
                         Layout.fillWidth: true
                         visible: screen.panel.ghSignedOut
@@ -142,7 +144,7 @@ Flickable {
                 visible: screen.panel.ghChecking
                 spacing: 6
                 Accessible.role: Accessible.StaticText
-                Accessible.name: "Checking..."
+                Accessible.name: screen.panel.words.checking
                 RepoSpinner {
                     anchors.verticalCenter: parent.verticalCenter
                     theme: screen.theme
@@ -150,7 +152,7 @@ Flickable {
                 }
                 Text {
                     anchors.verticalCenter: parent.verticalCenter
-                    text: "Checking..."
+                    text: screen.panel.words.checking
                     color: screen.theme.secondary
                     font.pixelSize: screen.theme.callout
                     Accessible.ignored: true
@@ -163,7 +165,7 @@ Flickable {
                 width: Math.min(implicitWidth, content.width)
                 wrapMode: Text.Wrap
                 horizontalAlignment: Text.AlignHCenter
-                text: "Re-checking every few seconds."
+                text: screen.panel.words.rechecking
                 color: screen.theme.secondary
                 font.pixelSize: screen.theme.callout
                 Accessible.role: Accessible.StaticText
@@ -183,7 +185,7 @@ Flickable {
                 id: skip
                 Layout.alignment: Qt.AlignHCenter
                 theme: screen.theme
-                text: "Skip for now"
+                text: screen.panel.words.skipForNow
                 onClicked: screen.panel.send({ msg: "onboarding_skip" })
             }
             PushButton {
@@ -192,7 +194,7 @@ Flickable {
                 theme: screen.theme
                 prominent: true
                 enabled: screen.signedIn
-                text: "Continue"
+                text: screen.panel.words.continueOn
                 Accessible.defaultButton: true
                 onClicked: screen.panel.send({ msg: "onboarding_continue" })
             }

@@ -7,6 +7,7 @@ import QtQuick.Layouts
 RowLayout {
     id: step
     required property Theme theme
+    required property PanelWords words
     property bool done: false
     property bool muted: false
     /// May hold markup for the fixed-pitch command name.
@@ -24,7 +25,7 @@ RowLayout {
         // Mark and title are read as one: the title, then "Done" or "Not done".
         Accessible.role: Accessible.StaticText
         Accessible.name: step.plainTitle
-        Accessible.description: step.done ? "Done" : "Not done"
+        Accessible.description: step.done ? step.words.done : step.words.notDone
         SymbolIcon {
             anchors.centerIn: parent
             name: step.done ? "checkmark.circle.fill" : "circle"

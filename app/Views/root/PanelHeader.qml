@@ -46,7 +46,7 @@ Item {
             visible: header.widthClass !== "minimal"
             spacing: 5
             Accessible.role: Accessible.Heading
-            Accessible.name: "Velmar"
+            Accessible.name: header.panel.words.appName
             AppMark {
                 theme: header.theme
                 size: 13
@@ -54,7 +54,7 @@ Item {
             }
             Text {
                 anchors.verticalCenter: parent.verticalCenter
-                text: "Velmar"
+                text: header.panel.words.appName
                 color: header.theme.primary
                 font.pixelSize: header.theme.headline
                 font.weight: Font.Bold
@@ -71,6 +71,8 @@ Item {
                 AutoSwitch {
                     anchors.verticalCenter: parent.verticalCenter
                     theme: header.theme
+                    text: header.panel.words.autoTitle
+                    tooltip: header.panel.words.autoTooltip
                     on: header.panel.autoRefresh
                     showsTitle: header.widthClass !== "minimal"
                     onClicked: header.panel.send({ msg: "set_auto", on: !header.panel.autoRefresh })
@@ -80,13 +82,13 @@ Item {
             HeaderIconButton {
                 theme: header.theme
                 systemImage: "arrow.clockwise"
-                label: "Refresh"
+                label: header.panel.words.refresh
                 onClicked: header.panel.send({ msg: "refresh" })
             }
             HeaderIconButton {
                 theme: header.theme
                 systemImage: "gearshape"
-                label: "Settings"
+                label: header.panel.words.settings
                 onClicked: header.panel.send({ msg: "navigate", screen: "manage" })
             }
         }
@@ -106,12 +108,12 @@ Item {
         HeaderIconButton {
             theme: header.theme
             systemImage: "chevron.left"
-            label: "Back to pull requests"
+            label: header.panel.words.backToPullRequests
             onClicked: header.panel.send({ msg: "navigate", screen: "list" })
         }
         Text {
             visible: header.widthClass !== "minimal"
-            text: "Settings"
+            text: header.panel.words.settings
             color: header.theme.primary
             font.pixelSize: header.theme.headline
             font.weight: Font.Bold

@@ -1,37 +1,32 @@
 // The projection of the model onto the screens' rows: grouping, the number
-// column, labels and the preview menu's messages.
+// column, their words and the preview menu's messages.
 #include <gtest/gtest.h>
 
 #include "ScreenHarness.h"
 #include "PanelLists.h"
-#include "RepoGroup.h"
 
 namespace velmar::testing {
 namespace {
 
-using ui::RepoGroup;
 namespace PanelLists = ui::PanelLists;
 
-TEST(repo_group, number_template_holds_the_widest_number_of_its_group) {
-    const std::pair<std::vector<std::int64_t>, const char*> table[] = {
-        {{}, "#0"}, {{7}, "#0"}, {{7, 12}, "#00"}, {{99, 100, 5}, "#000"}, {{123456}, "#000000"},
-    };
-    for (const auto& [numbers, want] : table) {
-        RepoGroup group{repo(1, "a/b"), {}};
-        for (auto n : numbers) group.prs.push_back(pr(1, n, "t"));
-        EXPECT_EQ(group.numberTemplate(), want);
+TEST(panel_lists, pr_rows_walk_each_group_once) {
+    // A pull request before any heading has no group; a group's widest number
+    // sizes its number column ("#0" when it has none), and its "more" row
+    // stands after its pull requests.
+    const std::vector<ListRow> rows = {{pr(9, 1, "orphan")}, {repo(1, "a/one")},  {pr(1, 7, "x")},
+                                       {pr(1, 12, "y")},     {MoreRow{1, 3}},     {repo(2, "a/two")},
+                                       {repo(3, "a/three")}, {pr(3, 123456, "z")}};
+    ui::DiffListModel model(ui::roleNames<PanelLists::PrRoles>());
+    model.update(PanelLists::prRows(readyModel(), rows));
+    QStringList got;
+    for (int row = 0; row < model.count(); ++row) {
+        const auto at = [&](const char* role) { return model.get(row, role).toString(); };
+        got << at("key") + " " + at("groupIndex") + " " + at("groupRows") + at("rowInGroup") + " " +
+                   at("numberTemplate") + at("moreText");
     }
-}
-
-TEST(repo_group, make_opens_a_group_at_each_heading) {
-    const std::vector<ListRow> rows = {{pr(9, 1, "orphan")}, {repo(1, "a/one")}, {pr(1, 1, "x")},
-                                       {pr(1, 2, "y")},      {repo(2, "a/two")}, {repo(3, "a/three")},
-                                       {pr(3, 5, "z")}};
-    const auto groups = RepoGroup::make(rows);
-    ASSERT_EQ(groups.size(), 3u);
-    EXPECT_EQ(groups[0].prs.size(), 2u);
-    EXPECT_TRUE(groups[1].prs.empty());
-    EXPECT_EQ(groups[2].prs.front().number, 5);
+    EXPECT_EQ(got, QStringList({"repo-1 0 2 ", "pr-100007 0 0 #00", "pr-100012 0 1 #00", "more-1 0 2 3 more on GitHub",
+                                "repo-2 1 0 ", "repo-3 2 1 ", "pr-423456 2 0 #000000"}));
 }
 
 TEST(panel_lists, pr_rows_carry_what_each_delegate_shows_and_says) {
@@ -40,7 +35,7 @@ TEST(panel_lists, pr_rows_carry_what_each_delegate_shows_and_says) {
     m.prs = {pr(1, 7, " \t Fix\u00a0login \n", "https://p.example", PreviewSource::detected), pr(1, 12, "Two")};
     m.prs[0].author = "<b>bob</b>";
     m.hoveredPr = m.prs[1].id;
-    const auto rows = PanelLists::prRows(m, RepoGroup::make(m.listRows()));
+    const auto rows = PanelLists::prRows(m, m.listRows());
     ASSERT_EQ(rows.size(), 4u);
     ui::DiffListModel model(ui::roleNames<PanelLists::PrRoles>());
     model.update(rows);
@@ -83,7 +78,7 @@ TEST(panel_lists, extras_markers_say_their_state_and_capped_groups_end_with_more
     m.prs[2].checks = ChecksState::running;
     m.prs[2].review = ReviewState::reviewRequired;
     ui::DiffListModel model(ui::roleNames<PanelLists::PrRoles>());
-    model.update(PanelLists::prRows(m, RepoGroup::make(m.listRows())));
+    model.update(PanelLists::prRows(m, m.listRows()));
     ASSERT_EQ(model.rowCount(), 1 + 40 + 1);
     auto at = [&](int row, const char* role) { return model.get(row, role).toString(); };
     const struct {
@@ -124,7 +119,7 @@ TEST(panel_lists, yours_heading_counts_the_blocked_and_its_rows_name_their_repos
         m.yourPrs->push_back(mine);
     }
     ui::DiffListModel model(ui::roleNames<PanelLists::PrRoles>());
-    model.update(PanelLists::prRows(m, RepoGroup::make(m.listRows())));
+    model.update(PanelLists::prRows(m, m.listRows()));
     ASSERT_EQ(model.rowCount(), 1 + 5 + 1 + 1);
     auto at = [&](int row, const char* role) { return model.get(row, role).toString(); };
     EXPECT_EQ(at(0, "name"), "Yours");
@@ -138,7 +133,7 @@ TEST(panel_lists, yours_heading_counts_the_blocked_and_its_rows_name_their_repos
 
     // None blocked: the heading says only how many are open.
     for (auto& p : *m.yourPrs) p.checks = ChecksState::running;
-    model.update(PanelLists::prRows(m, RepoGroup::make(m.listRows())));
+    model.update(PanelLists::prRows(m, m.listRows()));
     EXPECT_EQ(at(0, "blockedLabel"), "");
     EXPECT_EQ(at(0, "headingLabel"), "Yours, 5 open");
 }
