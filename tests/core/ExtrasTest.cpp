@@ -45,25 +45,23 @@ TEST(extras_file, each_switch_reads_back_as_written) {
 TEST(batch_command, slugs_login_and_host_travel_outside_the_query) {
     const std::vector<std::string> repos{"acme/web", "o'; rm -rf ~/x\"$(id)", "solo"};
     // Both searches need the login; "Yours" also needs its switch.
-    const struct {
-        std::optional<std::string> viewer;
-        bool yours, review, searched;
-    } rows[] = {{std::nullopt, true, false, false}, {"", true, false, false}, {"ana", false, true, false},
-                {"ana", true, true, true}};
-    for (const auto& r : rows) {
-        const auto args = Graphql::batchArguments(repos, r.viewer, r.yours);
-        std::vector<std::string> expected{"api", "graphql", "-f", "query=" + Graphql::batchQuery(3, r.review, r.searched),
+    // The login, the switch, and whether the review search and "Yours" are asked.
+    const std::tuple<std::optional<std::string>, bool, bool, bool> rows[] = {
+        {std::nullopt, true, false, false}, {"", true, false, false}, {"ana", false, true, false}, {"ana", true, true, true}};
+    for (const auto& [viewer, yours, review, searched] : rows) {
+        const auto args = Graphql::batchArguments(repos, viewer, yours);
+        std::vector<std::string> expected{"api", "graphql", "-f", "query=" + Graphql::batchQuery(3, review, searched),
                                           "-f", "o0=acme", "-f", "n0=web", "-f", "o1=o'; rm -rf ~", "-f", "n1=x\"$(id)",
                                           "-f", "o2=solo", "-f", "n2="};
-        if (r.review) expected.insert(expected.end(), {"-f", "q=is:pr is:open archived:false review-requested:ana"});
-        if (r.searched) expected.insert(expected.end(), {"-f", "a=is:open is:pr author:ana"});
+        if (review) expected.insert(expected.end(), {"-f", "q=is:pr is:open archived:false review-requested:ana"});
+        if (searched) expected.insert(expected.end(), {"-f", "a=is:open is:pr author:ana"});
         EXPECT_EQ(args, expected);
         const std::string& query = args[3];
         for (const char* secret : {"acme", "rm -rf", "solo", "ana"})
             EXPECT_EQ(query.find(secret), std::string::npos) << secret;
-        EXPECT_EQ(query.find("review:") != std::string::npos, r.review);
-        EXPECT_EQ(query.find("yours: search(query: $a, type: ISSUE, first: 50)") != std::string::npos, r.searched);
-        EXPECT_EQ(query.find("$a: String!") != std::string::npos, r.searched);
+        EXPECT_EQ(query.find("review:") != std::string::npos, review);
+        EXPECT_EQ(query.find("yours: search(query: $a, type: ISSUE, first: 50)") != std::string::npos, searched);
+        EXPECT_EQ(query.find("$a: String!") != std::string::npos, searched);
         EXPECT_NE(query.find("r2: repository(owner: $o2, name: $n2)"), std::string::npos);
         EXPECT_EQ(query.find("r3:"), std::string::npos);
     }
@@ -400,14 +398,19 @@ TEST(extras_switch, turning_on_and_off_writes_the_file_and_refetches) {
     EXPECT_TRUE(m.apply(msg::SetChecks{false}).empty());  // off while off: no file is created
     EXPECT_EQ(m.apply(msg::SetChecks{true}),
               (Effects{written(ConfigFile::extras, "checks\t1\n"), effect::FetchBatch{kBoth, std::nullopt, kPath}}));
+    m.yours = true;
+    const Json mine = Json::array({prNode(5, {{"repository", {{"nameWithOwner", "other/lib"}}}})});
     m.batchFetched(kBoth, answer(Json{{"viewer", {{"login", "ana"}}}, {"r0", repoNode(Json::array({prNode(1)}))},
-                                      {"r1", repoNode(Json::array())}}));
+                                      {"r1", repoNode(Json::array())}, {"yours", {{"nodes", mine}}}}));
     m.commentsFetched("{}");
+    ASSERT_TRUE(m.yourPrs);
+    // Off: the file keeps the choice of "Yours", whose switch is then inert.
     EXPECT_EQ(m.apply(msg::SetChecks{false}),
-              (Effects{written(ConfigFile::extras, "checks\t0\n"), effect::FetchPrs{"acme/web", kPath}}));
+              (Effects{written(ConfigFile::extras, "checks\t0\nyours\t1\n"), effect::FetchPrs{"acme/web", kPath}}));
+    EXPECT_TRUE(m.apply(msg::SetYours{false}).empty());
     // Nothing of the extras is left in the model's JSON.
     const std::string json = toJson(m).dump();
-    for (const char* key : {"\"checks\"", "viewer", "reviewPrs", "nodeId", "headOid", "batchCount"})
+    for (const char* key : {"\"checks\"", "viewer", "reviewPrs", "yourPrs", "nodeId", "headOid", "batchCount"})
         EXPECT_EQ(json.find(key), std::string::npos) << key;
 }
 

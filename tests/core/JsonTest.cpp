@@ -263,17 +263,7 @@ TEST(json_text, writer_escapes_and_formats_as_the_document_dump_does) {
     // Commas and colons between nested values.
     std::string out;
     JsonWriter w(out);
-    w.beginObject();
-    w.key("a");
-    w.beginArray();
-    w.beginObject();
-    w.endObject();
-    w.beginArray();
-    w.endArray();
-    w.boolean(false);
-    w.endArray();
-    w.key("b");
-    w.integer(1);
-    w.endObject();
+    w.beginObject(), w.key("a"), w.beginArray(), w.beginObject(), w.endObject(), w.beginArray(), w.endArray();
+    w.boolean(false), w.endArray(), w.key("b"), w.integer(1), w.endObject();
     EXPECT_EQ(out, dumpCompact(Json{{"a", {Json::object(), Json::array(), false}}, {"b", 1}}));
 }

@@ -115,20 +115,6 @@ TEST(yours_model, the_switch_decides_the_query_the_group_and_the_json) {
     // On again: written and asked for at once.
     EXPECT_EQ(m.apply(msg::SetYours{true}),
               (Effects{file("checks\t1\nyours\t1\n"), effect::FetchBatch{{"acme/web"}, "ana", kPath, true}}));
-
-    // The parent off: the sub-switch is inert and the file keeps its choice.
-    m = watchingWeb();
-    m.yours = true;
-    m.batchFetched({"acme/web"}, batchAnswer(Json::array(), found));
-    EXPECT_EQ(m.apply(msg::SetChecks{false}), (Effects{file("checks\t0\nyours\t1\n"), effect::FetchPrs{"acme/web", kPath}}));
-    EXPECT_FALSE(m.yourPrs);
-    EXPECT_TRUE(m.apply(msg::SetYours{false}).empty());
-    EXPECT_EQ(toJson(m).dump().find("yourPrs"), std::string::npos);
-
-    // Not known who the viewer is yet: no search in the first query.
-    m = watchingWeb();
-    m.viewer.reset();
-    EXPECT_EQ(m.refresh().back(), Effect(effect::FetchBatch{{"acme/web"}, std::nullopt, kPath}));
 }
 
 TEST(yours_model, no_pull_requests_of_the_viewer_no_group) {
