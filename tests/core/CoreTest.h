@@ -3,6 +3,8 @@
 // list's rows in one line.
 #pragma once
 
+#include <fstream>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -13,6 +15,14 @@
 namespace velmar::test {
 
 inline const std::string kHome = "/home/u", kPath = "/usr/bin";
+
+/// A file under tests/data, byte for byte.
+inline std::string testData(const std::string& path) {
+    std::ifstream in(std::string(VELMAR_TEST_DATA) + "/" + path, std::ios::binary);
+    std::ostringstream text;
+    text << in.rdbuf();
+    return text.str();
+}
 
 /// Home and path known, the files in, `slugs` watched and queued, nothing
 /// fetched yet; checks on unless `checks` is false.

@@ -7,8 +7,8 @@
 #include <filesystem>
 #include <fstream>
 #include <optional>
-#include <sstream>
 
+#include "CoreTest.h"
 #include "Headless.h"
 
 namespace fs = std::filesystem;
@@ -17,12 +17,7 @@ namespace {
 
 const fs::path goldenDir = fs::path(VELMAR_TEST_DATA) / "headless";
 
-std::string readFile(const fs::path& p) {
-    std::ifstream in(p, std::ios::binary);
-    std::ostringstream s;
-    s << in.rdbuf();
-    return s.str();
-}
+std::string readFile(const fs::path& p) { return velmar::test::testData("headless/" + p.filename().string()); }
 
 /// Replays a script split as the program's entry does: lines end at "\n", and a
 /// last line without one still counts. `first` goes before it when given.
