@@ -115,8 +115,13 @@ Effects Model::prsFetched(const std::string& output, bool ok) {
     // An answer for a repository removed while it ran matches nothing and is
     // dropped whole.
     std::vector<Repo*> copies;
-    for (auto& r : repos)
-        if (r.name == answer.slug) copies.push_back(&r);
+    for (auto& r : repos) {
+        if (r.name != answer.slug) continue;
+        copies.push_back(&r);
+        // No later copy goes before one that is loading: the rest of a long
+        // list need not be read.
+        if (r.state == RepoState::loading) break;
+    }
     if (Repo* repo = answerCopy(copies)) {
         std::erase_if(prs, [&](const PR& p) { return p.repoId == repo->id; });
         // No reserve of the exact size here: it would move every row of every
