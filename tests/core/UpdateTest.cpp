@@ -16,15 +16,12 @@ const std::string kWebUrl = "https://github.com/acme/web/pull/12";
 
 /// After a finished start-up: home and path known, files in, two idle repos.
 Model ready() {
-    Model m;
-    m.home = kHome;
-    m.path = kPath;
-    m.pathResolved = m.reposLoaded = m.settingsLoaded = m.browsersLoaded = m.onboarded = true;
+    Model m = watching({"acme/web", "acme/api"}, false);
+    m.browsersLoaded = m.onboarded = true;
     m.flash.reset();
     m.gh = GhStatus::ok;
-    m.repos = {Repo{1, "acme/web", "", RepoState::ok, 1, false, ""},
-               Repo{2, "acme/api", "", RepoState::ok, 0, false, ""}};
-    m.nextRepoId = 3;
+    for (auto& r : m.repos) r.state = RepoState::ok;
+    m.repos[0].count = 1;
     m.prs = {PR{.id = 100012, .repoId = 1, .url = kWebUrl}};
     return m;
 }
