@@ -17,13 +17,12 @@ using Graphql::Deployment;
 
 TEST(extras_file, each_switch_reads_back_as_written) {
     // "1" is on, any other value off; the last line wins.
+    const auto none = std::nullopt;
     const std::tuple<const char*, bool, std::optional<bool>> rows[] = {
-        {"", false, std::nullopt},          {"checks\t1\n", true, std::nullopt},
-        {"checks\t0\n", false, std::nullopt}, {"checks\ttrue\n", false, std::nullopt},
-        {"checks\t1\r\nchecks\t0\n", false, std::nullopt}, {"checks\t0\nchecks\t1", true, std::nullopt},
-        {"  checks \t 1 \n", true, std::nullopt}, {"other\t1\n", false, std::nullopt},
-        {"checks\n", false, std::nullopt},  {"checks\t1\nyours\t0\n", true, false},
-        {"yours\t0\nyours\t1\n", false, true}, {"yours\tyes\n", false, false},
+        {"", false, none},          {"checks\t1\n", true, none},           {"checks\t0\n", false, none},
+        {"checks\ttrue\n", false, none}, {"checks\t1\r\nchecks\t0\n", false, none}, {"checks\t0\nchecks\t1", true, none},
+        {"  checks \t 1 \n", true, none}, {"other\t1\n", false, none},          {"checks\n", false, none},
+        {"checks\t1\nyours\t0\n", true, false}, {"yours\t0\nyours\t1\n", false, true}, {"yours\tyes\n", false, false},
     };
     for (const auto& [text, checks, yours] : rows) {
         const auto read = Graphql::parseExtras(text);

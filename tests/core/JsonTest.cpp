@@ -124,8 +124,6 @@ TEST(json_msg, decoding_failures_name_the_first_fault) {
          "unknown SuggestionSource text at 'source'"},
         {R"({"msg":"open_pr","id":"1"})", "type mismatch (expected Int) at 'id'"},
         {R"({"msg":"open_preview","id":1,"browser":0.5})", "type mismatch (expected Int) at 'browser'"},
-        {R"({"msg":"set_appearance","appearance":"auto"})", "unknown Appearance text at 'appearance'"},
-        {R"({"msg":"set_browser_mode","mode":""})", "unknown BrowserMode text at 'mode'"},
         {R"({"msg":"file_read","file":"window.tsv"})", "unknown ConfigFile text at 'file'"},
         {R"({"msg":"window_restored","frame":{"x":1,"y":null,"width":3,"height":4}})",
          "missing value (expected Double) at 'frame.y'"},
