@@ -26,23 +26,17 @@ constexpr int kRepos = 20;
 /// The viewer's own pull requests, in six repositories that are not watched.
 constexpr int kMine = 30;
 
-/// What the extras file says.
+/// What the extras file says, and the mode's name in the table.
 enum class Mode { off, checks, yours };
-const char* extrasText(Mode mode) {
-    switch (mode) {
-        case Mode::off: return "checks\t0\n";
-        case Mode::checks: return "checks\t1\nyours\t0\n";
-        case Mode::yours: return "checks\t1\nyours\t1\n";
-    }
-    return "";
-}
-const char* modeName(Mode mode) {
-    switch (mode) {
-        case Mode::off: return "off";
-        case Mode::checks: return "on, without Yours";
-        case Mode::yours: return "on, with Yours";
-    }
-    return "";
+struct ModeTexts {
+    const char* extras;
+    const char* name;
+};
+const ModeTexts& texts(Mode mode) {
+    static constexpr ModeTexts table[] = {{"checks\t0\n", "off"},
+                                          {"checks\t1\nyours\t0\n", "on, without Yours"},
+                                          {"checks\t1\nyours\t1\n", "on, with Yours"}};
+    return table[static_cast<int>(mode)];
 }
 
 std::string fixture() {
@@ -100,7 +94,7 @@ Round refresh(Mode mode, const std::string& path, const testing::FakeGitHub& ser
     std::string reposText;
     for (int r = 0; r < kRepos; ++r) reposText += "acme/repo" + std::to_string(r) + "\t\n";
     for (const Msg& msg : {Msg(msg::HomeResolved{"/nonexistent-home"}),
-                           Msg(msg::FileRead{ConfigFile::extras, extrasText(mode)}),
+                           Msg(msg::FileRead{ConfigFile::extras, texts(mode).extras}),
                            Msg(msg::FileRead{ConfigFile::repos, reposText})})
         m = update(m, msg).first;
     QObject receiver;
@@ -165,7 +159,7 @@ int main(int argc, char** argv) {
             // The viewer's login comes with the first answer, so the search
             // for "Yours" starts with the second refresh.
             std::printf("%-46s %10d %10d %12.2f %6zu\n",
-                        (std::string(modeName(mode)) + ", " + (warm ? "a later refresh" : "the first refresh")).c_str(),
+                        (std::string(texts(mode).name) + ", " + (warm ? "a later refresh" : "the first refresh")).c_str(),
                         last.processes, last.points, bench::median(seconds), last.yours);
         }
     }

@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "Formats.h"
 #include "Records.h"
 
 namespace velmar::Graphql {
@@ -69,15 +70,11 @@ struct Deployment {
     bool operator==(const Deployment&) const = default;
 };
 
-struct PullRequest {
+/// A pull request as the batched query gives it: the row a plain fetch reads,
+/// whose comment link comes later by a query of its own, and what checks add.
+struct PullRequest : Formats::PrRow {
     std::string nodeId;
-    std::int64_t number = 0;
-    std::string title;
-    std::string author;
-    std::string branch;
     std::string headOid;
-    bool isDraft = false;
-    std::string url;
     std::string updatedAt;
     std::optional<ChecksState> checks;
     std::optional<ReviewState> review;

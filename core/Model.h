@@ -151,6 +151,14 @@ struct Model {
     Effects startNext();
     Effects prsFetched(const std::string& output, bool ok);
     Effects prsSpawnFailed();
+    /// Learns `repo`'s pattern from the comment links of `rows`, its pull
+    /// requests just answered, then resolves their previews by it, so a
+    /// pattern learned from one row already serves the others. Gives the
+    /// repos file's write when the pattern changed.
+    Effects takeRows(Repo& repo, const std::vector<PR*>& rows);
+    /// What every answer ends with: the next fetch, and the flash (usually
+    /// "Loading...") gone once the last repository is in.
+    Effects finishAnswer(Effects effects);
 
     // ---- Checks, reviews and deployments (UpdateExtras.cpp) ----
     bool checksOn() const { return checks.value_or(false); }
@@ -202,9 +210,6 @@ struct Model {
     void mergeSuggestions(SuggestionSource source, const std::vector<std::string>& names);
     /// The write of the repos file with the current list.
     Effects writeRepos() const;
-    /// Votes the patterns `learned` from one answer's comment links into
-    /// `repo`'s detected pattern; the repos file's write when it changed.
-    Effects learnPattern(Repo& repo, const std::vector<std::string>& learned);
 
     // ---- Browsers (UpdateBrowsers.cpp) ----
     void browsersDetectedFrom(const std::vector<DetectedBrowser>& list);
@@ -240,6 +245,18 @@ struct Model {
 /// refresh. Wraps instead of overflowing for a number near the top of the
 /// 64-bit range.
 std::int64_t prId(std::int64_t repoId, std::int64_t number);
+
+namespace Formats {
+struct PrRow;
+}
+/// `repo`'s pull request as an answer lists it, under `id`; its preview is
+/// still to be resolved.
+PR answerRow(Formats::PrRow row, const Repo& repo, std::int64_t id);
+/// Of the copies of one slug, in the order of the list, the one its answer is
+/// for: the copy that is loading, else the first; null when there is none. A
+/// hand-edited file may list one name twice, and the copy that is loading
+/// would otherwise wait forever.
+Repo* answerCopy(const std::vector<Repo*>& copies);
 
 /// The core's single step: copies the model, applies the message to the copy.
 std::pair<Model, Effects> update(const Model& model, const Msg& msg);

@@ -33,17 +33,9 @@ std::int64_t searchRowId(std::int64_t groupId, std::string_view slug, std::int64
                                               static_cast<std::uint64_t>(number % 100000));
 }
 
+/// The plain fetch's row with what checks add.
 PR makeRow(const Graphql::PullRequest& row, const Repo& repo, std::int64_t id) {
-    PR pr;
-    pr.id = id;
-    pr.repoId = repo.id;
-    pr.repo = repo.name;
-    pr.number = row.number;
-    pr.title = row.title;
-    pr.author = row.author;
-    pr.branch = row.branch;
-    pr.isDraft = row.isDraft;
-    pr.url = row.url;
+    PR pr = answerRow(row, repo, id);
     pr.checks = row.checks;
     pr.review = row.review;
     pr.conflicts = row.conflicts;
@@ -61,16 +53,6 @@ void attachDeployment(PR& pr, const std::vector<Graphql::Deployment>& deployment
     if (!match->deployment.url.empty()) pr.deployUrl = match->deployment.url;
 }
 
-/// Learns the repository's pattern from its rows' comment links, as a plain
-/// fetch does; gives the write of the repos file when it changed.
-Effects learnFromComments(Model& m, Repo& repo, const std::vector<PR*>& rows) {
-    std::vector<std::string> learned;
-    for (const PR* p : rows)
-        if (auto found = Formats::detectPattern(p->commentPreview, p->number))
-            learned.push_back(std::move(*found));
-    return m.learnPattern(repo, learned);
-}
-
 /// The watched repositories by slug, each slug's copies in the order of the
 /// list (a hand-edited file may name one twice). Built once per answer, so an
 /// answer costs the same for each repository however long the list is.
@@ -83,10 +65,7 @@ public:
     /// The copy that is loading, else the first; null when none is watched.
     Repo* find(std::string_view slug) const {
         const auto it = index_.find(slug);
-        if (it == index_.end()) return nullptr;
-        for (Repo* r : it->second)
-            if (r->state == RepoState::loading) return r;
-        return it->second.front();
+        return it == index_.end() ? nullptr : answerCopy(it->second);
     }
 
 private:
@@ -148,14 +127,6 @@ void sharePreviews(const Model& m, std::optional<std::vector<PR>>& rows) {
             p.previewSource = same->previewSource;
         }
     }
-}
-
-/// What every answer ends with: the next work, and the start-up flash gone
-/// once nothing is left to fetch.
-Effects finish(Model& m, Effects effects) {
-    append(effects, m.startNext());
-    if (!m.isRefreshing()) m.flash.reset();
-    return effects;
 }
 
 }  // namespace
@@ -250,18 +221,17 @@ Effects Model::batchFetched(const std::vector<std::string>& slugs, const std::st
         // Switched off while the query ran: the plain fetch takes over.
         for (auto& r : repos)
             if (r.state == RepoState::loading) r.state = RepoState::queued;
-        return finish(*this, {});
+        return finishAnswer({});
     }
     const ReposBySlug named(repos);
-    const auto loadingNamed = [&](const std::string& slug) { return named.find(slug); };
     const bool gaveUp = http && (*http == 502 || *http == 504);
     if (gaveUp && slugs.size() > Constants::reposPerSplitQuery) {
         // GitHub's server gave up on a query this large: the same
         // repositories go again, a few to a call, from now on.
         for (const auto& slug : slugs)
-            if (Repo* r = loadingNamed(slug); r && r->state == RepoState::loading) r->state = RepoState::queued;
+            if (Repo* r = named.find(slug); r && r->state == RepoState::loading) r->state = RepoState::queued;
         batchLimit = static_cast<std::int64_t>(Constants::reposPerSplitQuery);
-        return finish(*this, {});
+        return finishAnswer({});
     }
 
     const Graphql::BatchAnswer answer = Graphql::parseBatch(output, slugs.size());
@@ -274,7 +244,7 @@ Effects Model::batchFetched(const std::vector<std::string>& slugs, const std::st
         // Nothing usable came back: the old rows stay, as when gh cannot be
         // run at all. A refusal for the rate limit is no repository's fault.
         for (const auto& slug : slugs)
-            if (Repo* r = loadingNamed(slug); r && r->state == RepoState::loading) {
+            if (Repo* r = named.find(slug); r && r->state == RepoState::loading) {
                 r->state = RepoState::ok;
                 r->failed = !answer.rateLimited || gaveUp;
             }
@@ -282,7 +252,7 @@ Effects Model::batchFetched(const std::vector<std::string>& slugs, const std::st
             rateLimitedUntil = answer.rateLimit ? answer.rateLimit->resetAt : std::string();
             effects.push_back(effect::WaitUntil{*rateLimitedUntil});
         }
-        return finish(*this, std::move(effects));
+        return finishAnswer(std::move(effects));
     }
 
     // The login and the review search belong to gh's own host.
@@ -298,7 +268,7 @@ Effects Model::batchFetched(const std::vector<std::string>& slugs, const std::st
     // What the announcer compares: the repositories answered and those that failed.
     std::vector<std::string> answeredSlugs, failedSlugs;
     for (std::size_t i = 0; i < slugs.size(); ++i) {
-        Repo* repo = loadingNamed(slugs[i]);
+        Repo* repo = named.find(slugs[i]);
         if (!repo) continue;  // removed while the query ran
         // A slug listed twice in one call fills its second copy next time.
         if (repo->state == RepoState::loading) repo->state = RepoState::ok;
@@ -378,7 +348,7 @@ Effects Model::batchFetched(const std::vector<std::string>& slugs, const std::st
         append(effects, nextComments(*this));
         return effects;
     }
-    return finish(*this, std::move(effects));
+    return finishAnswer(std::move(effects));
 }
 
 Effects Model::commentsFetched(const std::string& output) {
@@ -401,8 +371,7 @@ Effects Model::commentsFetched(const std::string& output) {
             for (auto& r : repos) {
                 const auto group = touched.find(r.id);
                 if (group == touched.end()) continue;
-                append(effects, learnFromComments(*this, r, group->second));
-                for (PR* p : group->second) p->resolvePreview(r);
+                append(effects, takeRows(r, group->second));
             }
         }
         sharePreviews(*this, reviewPrs);
@@ -413,7 +382,7 @@ Effects Model::commentsFetched(const std::string& output) {
         commentsQueue.reset();
         commentsHost.reset();
     }
-    return finish(*this, std::move(effects));
+    return finishAnswer(std::move(effects));
 }
 
 Effects Model::rateWaitOver() {

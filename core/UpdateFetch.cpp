@@ -1,7 +1,9 @@
 // The fetch queue: repositories are fetched one at a time, in the order of
 // the user's list, and `fetchInFlight` guarantees that at most one fetch is
 // outstanding. Every answer, good or bad, clears the flag and starts the next
-// queued repository, so a failure never stalls the queue.
+// queued repository, so a failure never stalls the queue. It also holds what
+// the batched fetch shares with this one: the copy an answer is for, its rows,
+// the pattern they teach, and how an answer ends.
 #include <algorithm>
 #include <utility>
 
@@ -27,11 +29,45 @@ std::int64_t prId(std::int64_t repoId, std::int64_t number) {
                                      static_cast<std::uint64_t>(number));
 }
 
-Effects Model::learnPattern(Repo& repo, const std::vector<std::string>& learned) {
+PR answerRow(Formats::PrRow row, const Repo& repo, std::int64_t id) {
+    PR pr;
+    pr.id = id;
+    pr.repoId = repo.id;
+    pr.repo = repo.name;
+    pr.number = row.number;
+    pr.title = std::move(row.title);
+    pr.author = std::move(row.author);
+    pr.branch = std::move(row.branch);
+    pr.isDraft = row.isDraft;
+    pr.url = std::move(row.url);
+    pr.commentPreview = std::move(row.commentPreview);
+    return pr;
+}
+
+Repo* answerCopy(const std::vector<Repo*>& copies) {
+    for (Repo* r : copies)
+        if (r->state == RepoState::loading) return r;
+    return copies.empty() ? nullptr : copies.front();
+}
+
+Effects Model::takeRows(Repo& repo, const std::vector<PR*>& rows) {
+    std::vector<std::string> learned;
+    for (const PR* p : rows)
+        if (auto found = Formats::detectPattern(p->commentPreview, p->number)) learned.push_back(std::move(*found));
+    Effects effects;
     auto voted = Formats::votePattern(learned, repo.detectedPattern, shortName(repo.name));
-    if (!voted || *voted == repo.detectedPattern) return {};
-    repo.detectedPattern = std::move(*voted);
-    return writeRepos();
+    if (voted && *voted != repo.detectedPattern) {
+        repo.detectedPattern = std::move(*voted);
+        effects = writeRepos();
+    }
+    for (PR* p : rows) p->resolvePreview(repo);
+    return effects;
+}
+
+Effects Model::finishAnswer(Effects effects) {
+    append(effects, startNext());
+    if (!isRefreshing()) flash.reset();
+    return effects;
 }
 
 Effects Model::startNext() {
@@ -77,53 +113,35 @@ Effects Model::prsFetched(const std::string& output, bool ok) {
 
     Effects effects;
     // An answer for a repository removed while it ran matches nothing and is
-    // dropped whole. A hand-edited file may list one name twice: the answer
-    // belongs to the copy that is loading, or the other copy would wait forever.
-    const auto named = [&](const Repo& r) { return r.name == answer.slug; };
-    auto repoIt = std::find_if(repos.begin(), repos.end(), [&](const Repo& r) {
-        return named(r) && r.state == RepoState::loading;
-    });
-    if (repoIt == repos.end()) repoIt = std::find_if(repos.begin(), repos.end(), named);
-    if (repoIt != repos.end()) {
-        Repo& repo = *repoIt;
-
-        std::vector<std::string> learned;
-        for (const auto& row : answer.rows)
-            if (auto p = Formats::detectPattern(row.commentPreview, row.number))
-                learned.push_back(std::move(*p));
-        // Learned before the rows are built, so this same answer already
-        // benefits from a newly learned pattern.
-        append(effects, learnPattern(repo, learned));
-
-        std::erase_if(prs, [&](const PR& p) { return p.repoId == repo.id; });
+    // dropped whole.
+    std::vector<Repo*> copies;
+    for (auto& r : repos) {
+        if (r.name != answer.slug) continue;
+        copies.push_back(&r);
+        // No later copy goes before one that is loading: the rest of a long
+        // list need not be read.
+        if (r.state == RepoState::loading) break;
+    }
+    if (Repo* repo = answerCopy(copies)) {
+        std::erase_if(prs, [&](const PR& p) { return p.repoId == repo->id; });
         // No reserve of the exact size here: it would move every row of every
         // repository on each answer, where growing by doubling moves each
         // row a few times over a whole refresh.
+        const std::size_t first = prs.size();
         for (auto& row : answer.rows) {
-            PR pr;
-            pr.id = prId(repo.id, row.number);
-            pr.repoId = repo.id;
-            pr.repo = repo.name;
-            pr.number = row.number;
-            pr.title = std::move(row.title);
-            pr.author = std::move(row.author);
-            pr.branch = std::move(row.branch);
-            pr.isDraft = row.isDraft;
-            pr.url = std::move(row.url);
-            pr.commentPreview = std::move(row.commentPreview);
-            pr.resolvePreview(repo);
-            prs.push_back(std::move(pr));
+            const std::int64_t id = prId(repo->id, row.number);
+            prs.push_back(answerRow(std::move(row), *repo, id));
         }
+        std::vector<PR*> added;
+        added.reserve(answer.rows.size());
+        for (std::size_t i = first; i < prs.size(); ++i) added.push_back(&prs[i]);
+        effects = takeRows(*repo, added);
 
-        repo.state = RepoState::ok;
-        repo.failed = !ok;
-        repo.count = static_cast<std::int64_t>(answer.rows.size());
+        repo->state = RepoState::ok;
+        repo->failed = !ok;
+        repo->count = static_cast<std::int64_t>(answer.rows.size());
     }
-
-    append(effects, startNext());
-    // The flash (usually "Loading...") stays until the last repository is in.
-    if (!isRefreshing()) flash.reset();
-    return effects;
+    return finishAnswer(std::move(effects));
 }
 
 Effects Model::prsSpawnFailed() {
@@ -136,11 +154,7 @@ Effects Model::prsSpawnFailed() {
             r.failed = true;
         }
     }
-    Effects effects = startNext();
-    const bool allOk = std::all_of(repos.begin(), repos.end(),
-                                   [](const Repo& r) { return r.state == RepoState::ok; });
-    if (!fetchInFlight && allOk) flash.reset();
-    return effects;
+    return finishAnswer({});
 }
 
 }  // namespace velmar

@@ -2,10 +2,10 @@
 
 #include <string>
 
-#include "Json.h"
-#include "Model.h"
+#include "CoreTest.h"
 
 using namespace velmar;
+using test::shape;
 
 namespace {
 
@@ -14,84 +14,52 @@ Repo repo(std::int64_t id, RepoState state = RepoState::ok) {
 }
 
 void addPrs(Model& m, std::int64_t repoId, int n) {
-    for (int i = 0; i < n; ++i) {
-        PR p;
-        p.id = repoId * 1000 + i;
-        p.repoId = repoId;
-        m.prs.push_back(p);
-    }
-}
-
-/// The rows as "repo-1:40 repo-2:8": each header with the number of rows under it.
-std::string shape(const std::vector<ListRow>& rows) {
-    std::string out;
-    int under = 0;
-    for (std::size_t i = 0; i <= rows.size(); ++i) {
-        if (i == rows.size() || rows[i].isHeader()) {
-            if (i > 0) out += ":" + std::to_string(under);
-            if (i < rows.size()) out += (i > 0 ? " " : "") + rows[i].id();
-            under = 0;
-        } else {
-            ++under;
-        }
-    }
-    return out;
+    for (int i = 0; i < n; ++i) m.prs.push_back(test::row(repoId, i));
 }
 
 }  // namespace
 
+// The list screen's footer is the status line of every headless transcript.
 TEST(derived, footer_by_screen_onboarding_and_refresh) {
-    struct Row {
-        Screen screen;
-        bool onboarding, inFlight;
-        RepoState state;
-        std::optional<std::string> flash;
-        std::string footer;
-    };
     const std::string counts = "2 open PRs across 1 repos";
-    const Row rows[] = {
-        {Screen::list, false, false, RepoState::ok, "No repos yet", counts + " | No repos yet"},
-        {Screen::list, false, false, RepoState::ok, std::nullopt, counts},
-        {Screen::list, false, false, RepoState::queued, "x", counts + " | refreshing..."},
+    // Screen, onboarding, a fetch in flight, the repository's state, the flash, the footer.
+    const std::tuple<Screen, bool, bool, RepoState, std::optional<std::string>, std::string> rows[] = {
         {Screen::list, false, true, RepoState::ok, std::nullopt, counts + " | refreshing..."},
         {Screen::manage, false, true, RepoState::loading, "Copied link", "Copied link"},
         {Screen::manage, false, false, RepoState::ok, std::nullopt, ""},
         {Screen::list, true, true, RepoState::ok, "Loading...", "Loading..."},
         {Screen::list, true, false, RepoState::ok, std::nullopt, ""},
     };
-    for (const auto& r : rows) {
+    for (const auto& [screen, onboarding, inFlight, state, flash, footer] : rows) {
         Model m;
-        m.screen = r.screen;
+        m.screen = screen;
         m.settingsLoaded = true;
-        m.onboarded = !r.onboarding;
-        m.fetchInFlight = r.inFlight;
-        m.repos = {repo(1, r.state)};
+        m.onboarded = !onboarding;
+        m.fetchInFlight = inFlight;
+        m.repos = {repo(1, state)};
         addPrs(m, 1, 2);
-        m.flash = r.flash;
-        EXPECT_EQ(m.footerText(), r.footer) << r.footer;
+        m.flash = flash;
+        EXPECT_EQ(m.footerText(), footer);
     }
 }
 
 TEST(derived, list_rows_follow_repo_order_and_both_caps) {
-    struct Row {
-        std::vector<int> prsPerRepo;  // repository i+1 gets this many
-        std::string shape;
-    };
-    const Row rows[] = {
+    // Repository i+1 gets the i-th count.
+    const std::pair<std::vector<int>, std::string> rows[] = {
         {{}, ""},
         {{40, 40, 3}, "repo-1:40 repo-2:8"},
         {{48, 0, 5}, "repo-1:40 repo-2:0 repo-3:5"},
         {{40, 0, 10}, "repo-1:40 repo-2:0 repo-3:7"},
         {{40, 9, 1}, "repo-1:40 repo-2:8"},
     };
-    for (const auto& r : rows) {
+    for (const auto& [counts, want] : rows) {
         Model m;
         // Answers arrive in reverse: the list must still follow the watch list.
-        for (std::size_t i = r.prsPerRepo.size(); i-- > 0;) {
+        for (std::size_t i = counts.size(); i-- > 0;) {
             m.repos.insert(m.repos.begin(), repo(static_cast<std::int64_t>(i + 1)));
-            addPrs(m, static_cast<std::int64_t>(i + 1), r.prsPerRepo[i]);
+            addPrs(m, static_cast<std::int64_t>(i + 1), counts[i]);
         }
-        EXPECT_EQ(shape(m.listRows()), r.shape);
+        EXPECT_EQ(shape(m.listRows()), want);
     }
 
     Model many;
@@ -101,33 +69,26 @@ TEST(derived, list_rows_follow_repo_order_and_both_caps) {
     ASSERT_EQ(rows51.size(), 50u);
     EXPECT_EQ(rows51[2], ListRow{many.prs[0]});
     EXPECT_EQ(rows51.back().id(), "repo-49");
-    addPrs(many, 300, 13);
-    EXPECT_EQ(ListRow{many.prs.back()}.id(), "pr-300012");
+    EXPECT_EQ(ListRow{test::row(300, 12)}.id(), "pr-30000012");
 }
 
 TEST(derived, preview_menu_lists_at_most_five_visible_browsers) {
-    struct Row {
-        int running;
-        std::optional<std::int64_t> selected;
-        std::size_t size;
-        std::string firstTitle;
-    };
-    const Row rows[] = {{0, std::nullopt, 3, "Open in System default"}, {0, 99, 3, "Open in System default"},
-                        {1, 2, 5, "Open in B2"}, {5, 1, 9, "Open in System default"}, {7, 4, 9, "Open in B4"}};
-    for (const auto& r : rows) {
+    // Browsers running, the one selected, the menu's length and its first title.
+    const std::tuple<int, std::optional<std::int64_t>, std::size_t, std::string> rows[] = {
+        {0, std::nullopt, 3, "Open in System default"}, {0, 99, 3, "Open in System default"},
+        {1, 2, 5, "Open in B2"}, {5, 1, 9, "Open in System default"}, {7, 4, 9, "Open in B4"}};
+    for (const auto& [running, selected, size, firstTitle] : rows) {
         Model m;
         m.browsers.push_back(Browser{1, "System default", "", "SD", false, true});
         for (std::int64_t id = 2; id <= 8; ++id)
-            m.browsers.push_back(Browser{id, "B" + std::to_string(id), "App", "", id - 2 < r.running, true});
-        m.selectedBrowser = r.selected;
+            m.browsers.push_back(Browser{id, "B" + std::to_string(id), "App", "", id - 2 < running, true});
+        m.selectedBrowser = selected;
         const auto items = m.previewMenu();
-        ASSERT_EQ(items.size(), r.size) << r.running;
-        EXPECT_EQ(items[0], PreviewMenuItem(menu::Open{r.firstTitle, std::nullopt}));
-        EXPECT_EQ(items[r.size - 2], PreviewMenuItem(menu::Separator{}));
+        ASSERT_EQ(items.size(), size) << running;
+        EXPECT_EQ(items[0], PreviewMenuItem(menu::Open{firstTitle, std::nullopt}));
+        EXPECT_EQ(items[size - 2], PreviewMenuItem(menu::Separator{}));
         EXPECT_EQ(items.back(), PreviewMenuItem(menu::Copy{"Copy preview URL"}));
-        if (r.running > 0) {
-            EXPECT_EQ(items[2], PreviewMenuItem(menu::Open{"Open in B2", 2}));
-        }
+        if (running > 0) EXPECT_EQ(items[2], PreviewMenuItem(menu::Open{"Open in B2", 2}));
     }
 }
 
@@ -141,27 +102,19 @@ TEST(derived, add_field_validation_and_suggestion_filter) {
         EXPECT_EQ(m.canSubmitAdd(), ok) << text;
     }
 
-    struct Row {
-        std::string addText;
-        int owned, shared;
-        std::size_t mineOut, sharedOut;
-    };
-    const Row rows[] = {{"", 3, 2, 2, 1}, {"  ACME/O  ", 3, 2, 2, 0}, {"acme", 50, 50, 40, 40}, {"zzz", 5, 5, 0, 0}};
-    for (const auto& r : rows) {
-        Model m;
-        m.addText = r.addText;
+    // The text typed, owned and shared suggestions, and how many of each are offered.
+    const std::tuple<std::string, int, int, std::size_t, std::size_t> rows[] = {
+        {"", 3, 2, 2, 1}, {"  ACME/O  ", 3, 2, 2, 0}, {"acme", 50, 50, 40, 40}, {"zzz", 5, 5, 0, 0}};
+    for (const auto& [text, owned, shared, mineOut, sharedOut] : rows) {
+        Model m = test::watching({"acme/o0", "acme/s0"});
+        m.addText = text;
         // Shared entries come first here, yet owned ones must lead the result.
-        for (int i = 0; i < r.shared; ++i) m.suggestions.push_back({"acme/s" + std::to_string(i), false});
-        for (int i = 0; i < r.owned; ++i) m.suggestions.push_back({"acme/o" + std::to_string(i), true});
-        m.repos = {repo(1), repo(2)};
-        m.repos[0].name = "acme/o0";
-        m.repos[1].name = "acme/s0";
+        for (int i = 0; i < shared; ++i) m.suggestions.push_back({"acme/s" + std::to_string(i), false});
+        for (int i = 0; i < owned; ++i) m.suggestions.push_back({"acme/o" + std::to_string(i), true});
         const auto out = m.filteredSuggestions();
-        ASSERT_EQ(out.size(), r.mineOut + r.sharedOut) << r.addText;
-        for (std::size_t i = 0; i < out.size(); ++i) EXPECT_EQ(out[i].mine, i < r.mineOut);
-        if (r.mineOut > 0) {
-            EXPECT_EQ(out[0].name, "acme/o1");
-            EXPECT_EQ(out[r.mineOut - 1].name, "acme/o" + std::to_string(r.mineOut));
-        }
+        ASSERT_EQ(out.size(), mineOut + sharedOut) << text;
+        for (std::size_t i = 0; i < out.size(); ++i) EXPECT_EQ(out[i].mine, i < mineOut);
+        if (mineOut > 0) EXPECT_EQ(std::pair(out[0].name, out[mineOut - 1].name),
+                                   std::pair(std::string("acme/o1"), "acme/o" + std::to_string(mineOut)));
     }
 }

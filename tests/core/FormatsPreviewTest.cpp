@@ -60,6 +60,7 @@ TEST(preview_patterns, detect_replaces_whole_digit_runs) {
         {"https://123.example.com/pr/123", 123, "https://{number}.example.com/pr/{number}"},
         {"https://example.com/7/17/71/7", 7, "https://example.com/{number}/17/71/{number}"},
         {"https://example.com/1234/5123", 123, nullopt},
+        {"https://example.com/\u0663123/\u00BD123", 123, nullopt},  // any numeric character extends a run
         {"ftp://example.com/123", 123, nullopt},
     };
     for (const auto& [url, number, pattern] : rows) EXPECT_EQ(detectPattern(url, number), pattern) << url;

@@ -2,9 +2,7 @@
 // and damaged or hand-edited input read the forgiving way.
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <sstream>
-
+#include "CoreTest.h"
 #include "Formats.h"
 
 using namespace velmar;
@@ -12,12 +10,7 @@ using namespace velmar::Formats;
 using Strings = std::vector<std::string>;
 
 namespace {
-std::string fixture(const std::string& name) {
-    std::ifstream in(std::string(VELMAR_TEST_DATA) + "/formats/" + name, std::ios::binary);
-    std::ostringstream text;
-    text << in.rdbuf();
-    return text.str();
-}
+std::string fixture(const std::string& name) { return test::testData("formats/" + name); }
 }  // namespace
 
 namespace velmar::Formats {

@@ -3,6 +3,7 @@
 // and errors; rows here cover what they do not.
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <limits>
 #include <tuple>
 
@@ -122,12 +123,7 @@ TEST(json_msg, decoding_failures_name_the_first_fault) {
         {R"({"msg":"suggestions_fetched","ok":1,"output":2,"source":"mine"})",
          "unknown SuggestionSource text at 'source'"},
         {R"({"msg":"open_pr","id":"1"})", "type mismatch (expected Int) at 'id'"},
-        {R"({"msg":"open_pr","id":9223372036854775808})", "type mismatch (expected Int) at 'id'"},
-        {R"({"msg":"open_pr","id":1e19})", "type mismatch (expected Int) at 'id'"},
         {R"({"msg":"open_preview","id":1,"browser":0.5})", "type mismatch (expected Int) at 'browser'"},
-        {R"({"msg":"gh_checked","exit":-2147483649})", "type mismatch (expected Int32) at 'exit'"},
-        {R"({"msg":"set_appearance","appearance":"auto"})", "unknown Appearance text at 'appearance'"},
-        {R"({"msg":"set_browser_mode","mode":""})", "unknown BrowserMode text at 'mode'"},
         {R"({"msg":"file_read","file":"window.tsv"})", "unknown ConfigFile text at 'file'"},
         {R"({"msg":"window_restored","frame":{"x":1,"y":null,"width":3,"height":4}})",
          "missing value (expected Double) at 'frame.y'"},
@@ -135,7 +131,6 @@ TEST(json_msg, decoding_failures_name_the_first_fault) {
         {R"({"msg":"browsers_detected","browsers":[null]})", "missing value (expected Object) at 'browsers.0'"},
         {R"({"msg":"browsers_detected","browsers":[{"app":"a","running":true},"b"]})",
          "type mismatch (expected Object) at 'browsers.1'"},
-        {"[1]", "type mismatch (expected Object) at ''"},
         {"null", "missing value (expected Object) at ''"},
         {"", "not valid JSON: unexpected end of input at byte 1"},
         {"{\"msg\":\"boot\"} x", "not valid JSON: unexpected character at byte 16"},
@@ -207,15 +202,6 @@ TEST(json_msg, hostile_input_gives_one_line_without_echoing_it) {
     EXPECT_EQ(std::get<msg::PrsFetched>(std::get<Msg>(d)).output.size(), big.size());
 }
 
-TEST(json_msg, doubles_read_back_as_the_same_value) {
-    for (double x : {0.1, -0.0, 1e-300, 123456789.123456789, 5e-324, 1.7976931348623157e308}) {
-        Msg m = msg::WindowMoved{{x, -x, x, 1}};
-        auto back = decodeMsg(std::string_view(text(toJson(m))));
-        ASSERT_TRUE(std::holds_alternative<Msg>(back)) << x;
-        EXPECT_EQ(std::get<Msg>(back), m) << x;
-    }
-}
-
 TEST(json_effect, forms_with_absent_or_empty_fields_and_escapes) {
     const std::pair<Effect, const char*> rows[] = {
         {effect::WriteFile{ConfigFile::settings, "/h/s.tsv", ""},
@@ -262,6 +248,9 @@ TEST(json_text, writer_escapes_and_formats_as_the_document_dump_does) {
         std::string out;
         JsonWriter(out).number(d);
         EXPECT_EQ(out, dumpCompact(Json(d))) << d;
+        // A finite one reads back as the same value.
+        const Msg moved = msg::WindowMoved{{d, -d, d, 1}};
+        if (std::isfinite(d)) EXPECT_EQ(decodeMsg(std::string_view(text(toJson(moved)))), DecodeResult(moved)) << d;
     }
     for (std::int64_t i : {std::numeric_limits<std::int64_t>::min(), std::int64_t{-1}, std::int64_t{0},
                            std::numeric_limits<std::int64_t>::max()}) {
@@ -272,17 +261,7 @@ TEST(json_text, writer_escapes_and_formats_as_the_document_dump_does) {
     // Commas and colons between nested values.
     std::string out;
     JsonWriter w(out);
-    w.beginObject();
-    w.key("a");
-    w.beginArray();
-    w.beginObject();
-    w.endObject();
-    w.beginArray();
-    w.endArray();
-    w.boolean(false);
-    w.endArray();
-    w.key("b");
-    w.integer(1);
-    w.endObject();
+    w.beginObject(), w.key("a"), w.beginArray(), w.beginObject(), w.endObject(), w.beginArray(), w.endArray();
+    w.boolean(false), w.endArray(), w.key("b"), w.integer(1), w.endObject();
     EXPECT_EQ(out, dumpCompact(Json{{"a", {Json::object(), Json::array(), false}}, {"b", 1}}));
 }

@@ -4,18 +4,15 @@
 #include <gtest/gtest.h>
 
 #include "Announce.h"
-#include "Graphql.h"
-#include "Json.h"
-#include "Model.h"
+#include "CoreTest.h"
 
 namespace velmar {
 namespace {
 
+using namespace test;
 using Announce::Event;
 using Announce::Kind;
 using Events = std::vector<Event>;
-
-const std::string kPath = "/usr/bin";
 
 SeenPr seen(std::string repo, std::int64_t number, std::string author = "bo",
             std::optional<ChecksState> checks = std::nullopt) {
@@ -26,83 +23,48 @@ TEST(announcer, compares_two_answers) {
     const auto running = ChecksState::running, passing = ChecksState::passing, failing = ChecksState::failing;
     const Seen base{{"o/a", "o/b"}, {}, {seen("o/a", 1), seen("o/a", 2, "ana", running), seen("o/b", 5)},
                     std::vector<SeenPr>{seen("x/y", 9)}};
-    const Announce::Switches all;
     struct Row {
         const char* name;
-        Seen before;
-        Seen answer;
-        Announce::Switches switches;
+        Seen before, answer;
         Events expected;
+        Announce::Switches switches = {};
     };
     const auto with = [&](auto change) {
         Seen s = base;
         change(s);
         return s;
     };
+    const auto opened6 = [](Seen& s) { s.prs.push_back(seen("o/b", 6)); };
+    const Seen everyKind = with([&](Seen& s) { opened6(s); s.prs[1].checks = failing; s.review->push_back(seen("o/a", 1)); });
     const Row rows[] = {
-        {"nothing changed", base, base, all, {}},
-        {"a new pull request", base, with([](Seen& s) { s.prs.push_back(seen("o/b", 6)); }), all,
-         {{Kind::opened, "o/b", 6}}},
-        {"the viewer's own new pull request is no news", base,
-         with([](Seen& s) { s.prs.push_back(seen("o/b", 6, "ana")); }), all, {}},
-        {"one gone is no news", base, with([](Seen& s) { s.prs.pop_back(); }), all, {}},
-        {"my checks fail", base, with([&](Seen& s) { s.prs[1].checks = failing; }), all,
-         {{Kind::checksFailed, "o/a", 2}}},
-        {"my checks pass", base, with([&](Seen& s) { s.prs[1].checks = passing; }), all,
-         {{Kind::checksPassed, "o/a", 2}}},
+        {"nothing changed", base, base, {}},
+        {"a new pull request", base, with(opened6), {{Kind::opened, "o/b", 6}}},
+        {"the viewer's own new pull request is no news", base, with([](Seen& s) { s.prs.push_back(seen("o/b", 6, "ana")); }), {}},
+        {"one gone is no news", base, with([](Seen& s) { s.prs.pop_back(); }), {}},
+        {"my checks fail", base, with([&](Seen& s) { s.prs[1].checks = failing; }), {{Kind::checksFailed, "o/a", 2}}},
+        {"my checks pass", base, with([&](Seen& s) { s.prs[1].checks = passing; }), {{Kind::checksPassed, "o/a", 2}}},
         {"checks that were not running", with([&](Seen& s) { s.prs[1].checks = passing; }),
-         with([&](Seen& s) { s.prs[1].checks = failing; }), all, {}},
-        {"checks start again", base, with([&](Seen& s) { s.prs[1].checks = running; }), all, {}},
+         with([&](Seen& s) { s.prs[1].checks = failing; }), {}},
+        {"checks start again", base, with([&](Seen& s) { s.prs[1].checks = running; }), {}},
         {"someone else's checks", with([&](Seen& s) { s.prs[0].checks = running; }),
-         with([&](Seen& s) { s.prs[0].checks = failing; }), all, {}},
-        {"a review request", base, with([](Seen& s) { s.review->push_back(seen("o/a", 1)); }), all,
+         with([&](Seen& s) { s.prs[0].checks = failing; }), {}},
+        {"a review request", base, with([](Seen& s) { s.review->push_back(seen("o/a", 1)); }),
          {{Kind::reviewRequested, "o/a", 1}}},
-        {"review list unknown before", with([](Seen& s) { s.review.reset(); }), base, all, {}},
-        {"review list unknown now", base, with([](Seen& s) { s.review.reset(); }), all, {}},
+        {"review list unknown before", with([](Seen& s) { s.review.reset(); }), base, {}},
+        {"review list unknown now", base, with([](Seen& s) { s.review.reset(); }), {}},
         {"new and asking for review: one event, the review", base,
-         with([](Seen& s) {
-             s.prs.push_back(seen("o/b", 6));
-             s.review->push_back(seen("o/b", 6));
-         }),
-         all, {{Kind::reviewRequested, "o/b", 6}}},
-        {"failed now", base,
-         with([](Seen& s) {
-             s.repos = {"o/a"};
-             s.failed = {"o/b"};
-             s.prs.push_back(seen("o/b", 6));
-             s.review->push_back(seen("o/b", 7));
-         }),
-         all, {}},
-        {"failed before", with([](Seen& s) {
-             s.repos = {"o/a"};
-             s.failed = {"o/b"};
-             s.prs.pop_back();
-         }),
-         with([](Seen& s) { s.review->push_back(seen("o/b", 7)); }), all, {}},
-        {"a repository seen for the first time", with([](Seen& s) { s.repos = {"o/a"}; s.prs.pop_back(); }),
-         base, all, {}},
-        {"kinds switched off",
-         base,
-         with([&](Seen& s) {
-             s.prs.push_back(seen("o/b", 6));
-             s.prs[1].checks = failing;
-             s.review->push_back(seen("o/a", 1));
-         }),
-         {false, false, false}, {}},
-        {"only checks on", base,
-         with([&](Seen& s) {
-             s.prs.push_back(seen("o/b", 6));
-             s.prs[1].checks = failing;
-             s.review->push_back(seen("o/a", 1));
-         }),
-         {false, true, false}, {{Kind::checksFailed, "o/a", 2}}},
+         with([&](Seen& s) { opened6(s); s.review->push_back(seen("o/b", 6)); }), {{Kind::reviewRequested, "o/b", 6}}},
+        {"failed now", base, with([&](Seen& s) {
+             s.repos = {"o/a"}; s.failed = {"o/b"}; opened6(s); s.review->push_back(seen("o/b", 7));
+         }), {}},
+        {"failed before", with([](Seen& s) { s.repos = {"o/a"}; s.failed = {"o/b"}; s.prs.pop_back(); }),
+         with([](Seen& s) { s.review->push_back(seen("o/b", 7)); }), {}},
+        {"a repository seen for the first time", with([](Seen& s) { s.repos = {"o/a"}; s.prs.pop_back(); }), base, {}},
+        {"kinds switched off", base, everyKind, {}, {false, false, false}},
+        {"only checks on", base, everyKind, {{Kind::checksFailed, "o/a", 2}}, {false, true, false}},
         {"in order: review requests, then the rows", base,
-         with([&](Seen& s) {
-             s.prs.push_back(seen("o/b", 6));
-             s.prs[1].checks = passing;
-             s.review->push_back(seen("z/z", 3));
-         }),
-         all, {{Kind::reviewRequested, "z/z", 3}, {Kind::checksPassed, "o/a", 2}, {Kind::opened, "o/b", 6}}},
+         with([&](Seen& s) { opened6(s); s.prs[1].checks = passing; s.review->push_back(seen("z/z", 3)); }),
+         {{Kind::reviewRequested, "z/z", 3}, {Kind::checksPassed, "o/a", 2}, {Kind::opened, "o/b", 6}}},
     };
     for (const auto& row : rows)
         EXPECT_EQ(Announce::compare(row.before, row.answer, "ana", row.switches), row.expected) << row.name;
@@ -117,43 +79,27 @@ TEST(announcer, an_answer_replaces_only_what_it_asked_for) {
 
 // ---- The model ----
 
-Json prNode(int number, std::string_view author, std::string_view checks) {
-    return Json{{"id", "PR_" + std::to_string(number)},
-                {"number", number},
-                {"title", "Fix <b> & more " + std::to_string(number)},
-                {"url", "https://github.com/acme/web/pull/" + std::to_string(number)},
-                {"headRefName", "feat/" + std::to_string(number)},
-                {"headRefOid", "a1"},
-                {"isDraft", false},
-                {"updatedAt", "2026-01-01T00:00:00Z"},
-                {"author", {{"login", author}}},
-                {"reviewDecision", "REVIEW_REQUIRED"},
-                {"mergeable", "MERGEABLE"},
-                {"statusCheckRollup", {{"state", checks}}}};
+Json pr(int number, const char* author, const char* checks) {
+    return prNode(number, {{"title", "Fix <b> & more " + std::to_string(number)},
+                           {"author", {{"login", author}}},
+                           {"statusCheckRollup", {{"state", checks}}}});
 }
 
 /// One watched repository with notifications on, the baseline not yet taken.
 Model notifying() {
-    Model m;
-    m.home = "/home/u";
-    m.path = kPath;
-    m.pathResolved = m.reposLoaded = m.settingsLoaded = true;
-    m.checks = true;
-    m.repos = {Repo{1, "acme/web", "https://web-{number}.example.com", RepoState::queued, 0, false, ""}};
-    m.nextRepoId = 2;
+    Model m = watching({"acme/web"});
+    m.repos[0].pattern = "https://web-{number}.example.com";
     m.apply(msg::SetNotify{true});
     return m;
 }
 
 /// Refreshes and answers with these rows (null: the repository failed); the
 /// Notify effects of the answer.
-std::vector<effect::Notify> answer(Model& m, const Json& rows) {
+std::vector<effect::Notify> announced(Model& m, const Json& rows) {
     m.apply(msg::Refresh{});
-    Json data{{"viewer", {{"login", "ana"}}}};
-    data["r0"] = rows.is_null() ? Json(nullptr) : Json{{"pullRequests", {{"nodes", rows}}}};
-    Json root{{"data", data}};
-    if (rows.is_null()) root["errors"] = Json::array({{{"path", {"r0"}}}});
-    const Effects effects = m.apply(msg::BatchFetched{{"acme/web"}, root.dump(), true});
+    const Json data{{"viewer", {{"login", "ana"}}}, {"r0", rows.is_null() ? rows : repoNode(rows)}};
+    const Json errors = rows.is_null() ? Json::array({{{"path", {"r0"}}}}) : Json();
+    const Effects effects = m.apply(msg::BatchFetched{{"acme/web"}, answer(data, errors), true});
     if (m.fetchInFlight) m.apply(msg::CommentsFetched{"{}", true});
     std::vector<effect::Notify> notes;
     for (const auto& e : effects)
@@ -164,62 +110,53 @@ std::vector<effect::Notify> answer(Model& m, const Json& rows) {
 TEST(notifications, baseline_first_then_what_changed) {
     Model m = notifying();
     using Notes = std::vector<effect::Notify>;
-    const Json first = Json::array({prNode(1, "bo", "SUCCESS"), prNode(2, "ana", "PENDING")});
-    EXPECT_EQ(answer(m, first), Notes{}) << "the first answer is the baseline";
-    EXPECT_EQ(answer(m, first), Notes{});
+    const Json first = Json::array({pr(1, "bo", "SUCCESS"), pr(2, "ana", "PENDING")});
+    EXPECT_EQ(announced(m, first), Notes{}) << "the first answer is the baseline";
+    EXPECT_EQ(announced(m, first), Notes{});
 
     Json second = first;
-    second.push_back(prNode(3, "bo", "SUCCESS"));
-    second[1] = prNode(2, "ana", "FAILURE");
-    EXPECT_EQ(answer(m, second),
+    second.push_back(pr(3, "bo", "SUCCESS"));
+    second[1] = pr(2, "ana", "FAILURE");
+    EXPECT_EQ(announced(m, second),
               (Notes{{"acme/web#2", "acme/web #2 \u00b7 checks failed", "Fix <b> & more 2",
                       "https://github.com/acme/web/pull/2", "https://web-2.example.com"},
                      {"acme/web#3", "acme/web #3 \u00b7 new pull request", "Fix <b> & more 3",
                       "https://github.com/acme/web/pull/3", "https://web-3.example.com"}}));
 
     // A failed answer says nothing, and neither does the one after it.
-    EXPECT_EQ(answer(m, nullptr), Notes{});
+    EXPECT_EQ(announced(m, nullptr), Notes{});
     Json third = second;
-    third.push_back(prNode(4, "bo", "SUCCESS"));
-    EXPECT_EQ(answer(m, third), Notes{});
+    third.push_back(pr(4, "bo", "SUCCESS"));
+    EXPECT_EQ(announced(m, third), Notes{});
 
     // Four at once: one summary instead.
     Json many = third;
-    for (int n = 5; n <= 8; ++n) many.push_back(prNode(n, "bo", "SUCCESS"));
-    const Notes notes = answer(m, many);
-    ASSERT_EQ(notes.size(), 1u);
-    EXPECT_EQ(notes[0].key, "summary");
-    EXPECT_EQ(notes[0].summary, "4 pull requests need you");
-    EXPECT_EQ(notes[0].body,
-              "acme/web #5 \u00b7 new pull request\nacme/web #6 \u00b7 new pull request\n"
-              "acme/web #7 \u00b7 new pull request\nacme/web #8 \u00b7 new pull request");
-    EXPECT_EQ(notes[0].url, "");
+    for (int n = 5; n <= 8; ++n) many.push_back(pr(n, "bo", "SUCCESS"));
+    EXPECT_EQ(announced(m, many), (Notes{{"summary", "4 pull requests need you",
+                                          "acme/web #5 \u00b7 new pull request\nacme/web #6 \u00b7 new pull request\n"
+                                          "acme/web #7 \u00b7 new pull request\nacme/web #8 \u00b7 new pull request",
+                                          "", ""}}));
 }
 
 TEST(notifications, one_live_notification_per_pull_request_and_its_actions) {
     Model m = notifying();
     m.selectedBrowser = 1;
     m.browsers = {Browser{1, "Firefox", "firefox", "Fi", true, true}};
-    answer(m, Json::array({prNode(2, "ana", "PENDING")}));
-    answer(m, Json::array({prNode(2, "ana", "FAILURE")}));
-    answer(m, Json::array({prNode(2, "ana", "PENDING")}));
-    ASSERT_EQ(answer(m, Json::array({prNode(2, "ana", "SUCCESS")})).size(), 1u);
-    ASSERT_TRUE(m.notices);
-    EXPECT_EQ(*m.notices, (std::vector<Notice>{
-                              {"acme/web#2", "https://github.com/acme/web/pull/2", "https://web-2.example.com"}}));
+    announced(m, Json::array({pr(2, "ana", "PENDING")}));
+    announced(m, Json::array({pr(2, "ana", "FAILURE")}));
+    announced(m, Json::array({pr(2, "ana", "PENDING")}));
+    ASSERT_EQ(announced(m, Json::array({pr(2, "ana", "SUCCESS")})).size(), 1u);
+    EXPECT_EQ(m.notices, (std::vector<Notice>{
+                             {"acme/web#2", "https://github.com/acme/web/pull/2", "https://web-2.example.com"}}));
 
-    const struct {
-        const char* key;
-        const char* action;
-        Effects expected;
-    } rows[] = {
+    const std::tuple<const char*, const char*, Effects> rows[] = {
         {"acme/web#2", "default", {effect::OpenURL{"https://github.com/acme/web/pull/2", "firefox"}}},
         {"acme/web#2", "preview", {effect::OpenURL{"https://web-2.example.com", "firefox"}}},
         {"acme/web#2", "other", {}},
         {"acme/web#3", "default", {}},
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(m.apply(msg::NotificationAction{row.key, row.action}), row.expected) << row.key << row.action;
+    for (const auto& [key, action, expected] : rows)
+        EXPECT_EQ(m.apply(msg::NotificationAction{key, action}), expected) << key << action;
 
     m.apply(msg::NotificationClosed{"acme/web#2"});
     EXPECT_FALSE(m.notices);
@@ -228,9 +165,7 @@ TEST(notifications, one_live_notification_per_pull_request_and_its_actions) {
 
 TEST(notifications, switches_and_their_file) {
     Model m = notifying();
-    const auto file = [](const char* text) {
-        return Effects{effect::WriteFile{ConfigFile::extras, "/home/u/.config/velmar/extras.tsv", text}};
-    };
+    const auto file = [](const char* text) { return Effects{written(ConfigFile::extras, text)}; };
     using Switch = std::optional<bool>;
     EXPECT_EQ(std::tie(m.notify, m.notifyNew, m.notifyChecks, m.notifyReview),
               std::tuple(Switch(true), Switch(true), Switch(true), Switch(true)));
@@ -252,8 +187,7 @@ TEST(notifications, switches_and_their_file) {
               std::tie(m.checks, m.notify, m.notifyNew, m.notifyChecks, m.notifyReview, m.tray));
 
     // Without checks neither can be turned on, and both are inert.
-    Model plain;
-    plain.home = "/home/u";
+    Model plain = watching({}, false);
     EXPECT_TRUE(plain.apply(msg::SetNotify{true}).empty());
     EXPECT_TRUE(plain.apply(msg::SetTray{true}).empty());
     m.apply(msg::SetChecks{false});
@@ -265,29 +199,26 @@ TEST(notifications, switches_and_their_file) {
 TEST(notifications, switched_off_nothing_is_announced_or_kept) {
     Model m = notifying();
     m.apply(msg::SetNotify{false});
-    answer(m, Json::array({prNode(1, "bo", "SUCCESS")}));
-    EXPECT_TRUE(answer(m, Json::array({prNode(1, "bo", "SUCCESS"), prNode(2, "bo", "SUCCESS")})).empty());
+    announced(m, Json::array({pr(1, "bo", "SUCCESS")}));
+    EXPECT_TRUE(announced(m, Json::array({pr(1, "bo", "SUCCESS"), pr(2, "bo", "SUCCESS")})).empty());
     const Json json = toJson(m);
     EXPECT_FALSE(json.contains("seen"));
     EXPECT_FALSE(json.contains("notices"));
 
     // Turned on after answers came: the next answer is a baseline again.
     m.apply(msg::SetNotify{true});
-    EXPECT_TRUE(answer(m, Json::array({prNode(1, "bo", "SUCCESS"), prNode(3, "bo", "SUCCESS")})).empty());
+    EXPECT_TRUE(announced(m, Json::array({pr(1, "bo", "SUCCESS"), pr(3, "bo", "SUCCESS")})).empty());
 }
 
 TEST(tray, counts_and_tooltip) {
-    Model m;
-    m.checks = true;
+    Model m = watching({}, true);
     m.viewer = "ana";
-    const auto pr = [](std::int64_t n, std::string author, std::optional<ChecksState> checks) {
-        return PR{.id = n, .repoId = 1, .repo = "o/r", .number = n, .author = std::move(author), .checks = checks};
+    const auto pr = [](std::int64_t n, std::string author, std::optional<ChecksState> checks,
+                       std::optional<ReviewState> review = {}, std::optional<bool> conflicts = {}) {
+        return PR{.id = n, .repoId = 1, .repo = "o/r", .number = n, .author = std::move(author), .checks = checks,
+                  .review = review, .conflicts = conflicts};
     };
-    const struct {
-        std::size_t waiting;
-        std::vector<PR> rows;
-        const char* tooltip;
-    } rows[] = {
+    const std::tuple<std::size_t, std::vector<PR>, const char*> rows[] = {
         {0, {}, "Nothing waits for you"},
         {1, {pr(1, "bo", ChecksState::failing)}, "1 pull request waits for your review"},
         {3, {pr(1, "ana", ChecksState::failing), pr(2, "ana", ChecksState::passing)},
@@ -295,22 +226,18 @@ TEST(tray, counts_and_tooltip) {
         {0, {pr(1, "ana", ChecksState::failing), pr(2, "ana", ChecksState::failing)},
          "Checks failed on 2 of your pull requests"},
     };
-    for (const auto& row : rows) {
-        m.reviewPrs = std::vector<PR>(row.waiting, pr(9, "bo", std::nullopt));
-        m.prs = row.rows;
-        EXPECT_EQ(m.reviewWaiting(), static_cast<std::int64_t>(row.waiting));
-        EXPECT_EQ(m.trayTooltip(), row.tooltip);
+    for (const auto& [waiting, prs, tooltip] : rows) {
+        m.reviewPrs = std::vector<PR>(waiting, pr(9, "bo", std::nullopt));
+        m.prs = prs;
+        EXPECT_EQ(std::pair(m.reviewWaiting(), m.trayTooltip()), std::pair(std::int64_t(waiting), std::string(tooltip)));
     }
 
     // With the group "Yours" shown, the red mark counts its blocked pull
     // requests, whatever blocks them, and not those of others.
     m.reviewPrs.reset();
     m.prs = {pr(1, "bo", ChecksState::failing)};
-    PR changes = pr(2, "ana", ChecksState::passing);
-    changes.review = ReviewState::changesRequested;
-    PR conflicted = pr(3, "ana", std::nullopt);
-    conflicted.conflicts = true;
-    m.yourPrs = std::vector<PR>{changes, conflicted, pr(4, "ana", ChecksState::running)};
+    m.yourPrs = std::vector<PR>{pr(2, "ana", ChecksState::passing, ReviewState::changesRequested),
+                                pr(3, "ana", std::nullopt, std::nullopt, true), pr(4, "ana", ChecksState::running)};
     EXPECT_EQ(m.myAttentionCount(), 2);
     EXPECT_EQ(m.trayTooltip(), "2 of your pull requests are blocked");
     m.yourPrs = std::vector<PR>{pr(4, "ana", ChecksState::running)};

@@ -45,30 +45,28 @@ TEST(browser_model, detection_skips_duplicates_and_blanks_and_keeps_the_default_
 }
 
 TEST(browser_model, selection_prefers_the_stored_wish_then_keeps_then_falls_back) {
-    struct Row {
-        BrowserMode mode;
-        std::optional<std::string> pref;
-        std::optional<std::int64_t> before;
-        bool safari, arc, systemDefault;  // offered: running in open mode, shown in manual
-        std::optional<std::int64_t> after;
-    };
+    // The mode, the stored wish, the selection before, whether Safari, Arc and
+    // the default entry are offered (running in open mode, shown in manual),
+    // and the selection after.
+    using Row = std::tuple<BrowserMode, std::optional<std::string>, std::optional<std::int64_t>, bool, bool, bool,
+                           std::optional<std::int64_t>>;
     const auto open = BrowserMode::open, manual = BrowserMode::manual;
     const Row rows[] = {
         {open, std::nullopt, std::nullopt, false, false, true, 1}, {open, "Arc", 3, true, false, true, 2},
         {manual, "@default", 2, true, true, true, 1},             {open, "@default", std::nullopt, false, true, true, 3},
         {manual, "Safari", 2, false, false, false, 1},            {manual, "", 9, false, true, false, 3},
     };
-    for (const auto& r : rows) {
+    for (const auto& [mode, pref, before, safari, arc, systemDefault, after] : rows) {
         Model m;
-        m.browserMode = r.mode;
-        m.browserPref = r.pref;
-        m.selectedBrowser = r.before;
-        const bool o = r.mode == open;
-        m.browsers = {Browser{1, "System default", "", "SD", false, r.systemDefault},
-                      Browser{2, "Safari", "Safari", "SA", o && r.safari, !o && r.safari},
-                      Browser{3, "Arc", "Arc", "AR", o && r.arc, !o && r.arc}};
+        m.browserMode = mode;
+        m.browserPref = pref;
+        m.selectedBrowser = before;
+        const bool o = mode == open;
+        m.browsers = {Browser{1, "System default", "", "SD", false, systemDefault},
+                      Browser{2, "Safari", "Safari", "SA", o && safari, !o && safari},
+                      Browser{3, "Arc", "Arc", "AR", o && arc, !o && arc}};
         m.resolveSelection();
-        EXPECT_EQ(m.selectedBrowser, r.after) << jsonText(r.mode) << " " << r.pref.value_or("-");
+        EXPECT_EQ(m.selectedBrowser, after) << jsonText(mode) << " " << pref.value_or("-");
     }
 }
 
@@ -77,8 +75,7 @@ TEST(browser_model, first_switch_to_manual_seeds_the_shown_set_from_what_runs) {
     const Effects effects = none.setBrowserMode(BrowserMode::manual);
     EXPECT_EQ(effects, browsersWrite(none, none.shownKeys()));
     EXPECT_EQ(describe(none), "@default:1+ Safari:2+ Arc:3+");
-    EXPECT_TRUE(none.manualConfigured);
-    EXPECT_EQ(none.storedShown, none.shownKeys());
+    EXPECT_EQ(std::pair(none.manualConfigured, none.storedShown), std::pair(true, none.shownKeys()));
     Model early;
     early.setBrowserMode(BrowserMode::manual);
     EXPECT_FALSE(early.manualConfigured);
@@ -88,10 +85,8 @@ TEST(browser_model, first_switch_to_manual_seeds_the_shown_set_from_what_runs) {
     Model m = detected({{"Safari", true}, {"Arc", false}});
     m.setBrowserMode(BrowserMode::manual);
     m.toggleBrowserShown(2);
-    Effects expected{effect::DetectBrowsers{}};
     const auto toOpen = m.setBrowserMode(BrowserMode::open);
-    for (const auto& e : browsersWrite(m, m.shownKeys())) expected.push_back(e);
-    EXPECT_EQ(toOpen, expected);
+    EXPECT_EQ(toOpen, (Effects{effect::DetectBrowsers{}, browsersWrite(m, m.shownKeys()).at(0)}));
     m.browsersDetectedFrom({{"Safari", false}, {"Arc", false}});
     m.setBrowserMode(BrowserMode::manual);
     EXPECT_EQ(describe(m), "@default:1+ Safari:2 Arc:3");
@@ -114,10 +109,9 @@ TEST(browser_model, user_changes_and_the_shown_set_written) {
 
     for (const auto& [id, pref] : {std::pair<std::int64_t, std::string>{3, "Arc"}, {1, "@default"}, {42, ""}}) {
         Model m = base;
-        const auto effects = m.selectBrowser(id);
+        const Effects effects = m.selectBrowser(id);
         EXPECT_EQ(effects, browsersWrite(m, std::nullopt));
-        EXPECT_EQ(m.selectedBrowser, id);
-        EXPECT_EQ(m.browserPref, pref);
+        EXPECT_EQ(std::pair(m.selectedBrowser, m.browserPref), std::pair(std::optional(id), std::optional(pref)));
     }
 
     const std::tuple<bool, bool, std::optional<Keys>> files[] = {

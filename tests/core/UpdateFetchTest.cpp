@@ -5,18 +5,18 @@
 
 #include <gtest/gtest.h>
 
+#include "CoreTest.h"
 #include "Formats.h"
-#include "Json.h"
-#include "Model.h"
 
 namespace velmar {
 namespace {
 
-const std::string kPath = "/usr/bin";
+using namespace test;
+
 // A bot comment "[Web](https://web-pr-12.example.app/)" as the fetch command encodes it.
 const std::string kComment12 = "W1dlYl0oaHR0cHM6Ly93ZWItcHItMTIuZXhhbXBsZS5hcHAvKQ==";
 
-std::string row(int number, std::string_view comment = "") {
+std::string line(int number, std::string_view comment = "") {
     return std::to_string(number) + "\tTitle\tal\tfeat/" + std::to_string(number) +
            "\tfalse\thttps://github.com/x/pull/" + std::to_string(number) +
            (comment.empty() ? "" : "\t" + std::string(comment)) + "\n";
@@ -24,32 +24,20 @@ std::string row(int number, std::string_view comment = "") {
 
 /// Three watched repositories, the first one being fetched.
 Model fetching() {
-    Model m;
-    m.home = "/home/u";
-    m.path = kPath;
-    m.pathResolved = m.reposLoaded = m.settingsLoaded = m.fetchInFlight = true;
-    m.repos = {Repo{1, "acme/web", "", RepoState::loading, 1, false, ""},
-               Repo{2, "acme/api", "", RepoState::queued, 0, false, ""},
-               Repo{3, "acme/docs", "", RepoState::ok, 0, true, ""}};
-    m.nextRepoId = 4;
+    Model m = watching({"acme/web", "acme/api", "acme/docs"}, false);
+    m.repos[0] = Repo{1, "acme/web", "", RepoState::loading, 1, false, ""};
+    m.repos[2] = Repo{3, "acme/docs", "", RepoState::ok, 0, true, ""};
+    m.fetchInFlight = true;
     return m;
-}
-
-PR oldRow(std::int64_t repoId, std::int64_t number) {
-    PR p;
-    p.id = repoId * 100000 + number;
-    p.repoId = repoId;
-    p.number = number;
-    return p;
 }
 
 TEST(fetch_queue, answer_replaces_rows_at_the_end_and_learns_a_pattern) {
     Model m = fetching();
-    m.prs = {oldRow(1, 99), oldRow(2, 1)};
-    const std::string out = "acme/web\n" + row(12, kComment12) + row(13);
+    m.prs = {row(1, 99), row(2, 1)};
+    const std::string out = "acme/web\n" + line(12, kComment12) + line(13);
     auto [next, effects] = update(m, msg::PrsFetched{out, true});
     ASSERT_EQ(next.prs.size(), 3u);
-    EXPECT_EQ(next.prs[0], oldRow(2, 1));
+    EXPECT_EQ(next.prs[0], row(2, 1));
     EXPECT_EQ(std::tie(next.prs[1].id, next.prs[1].repo, next.prs[1].preview, next.prs[1].previewSource),
               std::tuple(100012, "acme/web", "https://web-pr-12.example.app/", PreviewSource::comment));
     // The pattern learned from row 12 already serves row 13 of the same answer.
@@ -60,10 +48,11 @@ TEST(fetch_queue, answer_replaces_rows_at_the_end_and_learns_a_pattern) {
     const Effect save = effect::WriteFile{ConfigFile::repos, "/home/u/.config/velmar/repos.tsv",
                                           Formats::serializeRepos(next.repos)};
     EXPECT_EQ(effects, (Effects{save, effect::FetchPrs{"acme/api", kPath}}));
+    EXPECT_EQ(next.flash, std::string(Flash::loading)) << "until the last answer";
 }
 
 TEST(fetch_queue, the_largest_number_gives_a_wrapped_id_not_an_overflow) {
-    const std::string out = "acme/web\n" + row(1).replace(0, 1, "9223372036854775807");
+    const std::string out = "acme/web\n" + line(1).replace(0, 1, "9223372036854775807");
     const Model next = update(fetching(), msg::PrsFetched{out, true}).first;
     ASSERT_EQ(next.prs.size(), 1u);
     EXPECT_EQ(next.prs[0].id, std::numeric_limits<std::int64_t>::min() + 99999);
@@ -73,32 +62,25 @@ TEST(fetch_queue, a_name_listed_twice_gives_the_answer_to_the_copy_that_is_loadi
     Model m = fetching();
     m.repos[0].state = RepoState::ok;
     m.repos[1] = Repo{2, "acme/web", "", RepoState::loading, 0, false, ""};
-    const Model next = update(m, msg::PrsFetched{"acme/web\n" + row(7), true}).first;
+    const Model next = update(m, msg::PrsFetched{"acme/web\n" + line(7), true}).first;
     EXPECT_EQ(next.repos[0], m.repos[0]);
     EXPECT_EQ(next.repos[1], (Repo{2, "acme/web", "", RepoState::ok, 1, false, ""}));
     EXPECT_FALSE(next.isRefreshing());
 }
 
-TEST(fetch_queue, spawn_failure_keeps_the_rows_and_the_queue_goes_on) {
+TEST(fetch_queue, a_failed_spawn_keeps_the_rows_and_the_flash_waits_for_the_last_answer) {
     Model m = fetching();
-    m.prs = {oldRow(1, 5)};
+    m.prs = {row(1, 5)};
     auto [next, effects] = update(m, msg::PrsSpawnFailed{});
     EXPECT_EQ(next.prs, m.prs);
     EXPECT_EQ(next.repos[0], (Repo{1, "acme/web", "", RepoState::ok, 1, true, ""}));
     EXPECT_EQ(effects, (Effects{effect::FetchPrs{"acme/api", kPath}}));
-}
 
-TEST(fetch_queue, flash_survives_until_the_last_answer) {
-    for (bool spawnFails : {false, true}) {
-        SCOPED_TRACE(spawnFails);
-        Model m = fetching();
-        for (const char* slug : {"acme/web", "acme/api"}) {
-            EXPECT_EQ(m.flash, std::string(Flash::loading)) << slug;
-            m = update(m, spawnFails ? Msg{msg::PrsSpawnFailed{}}
-                                     : Msg{msg::PrsFetched{std::string(slug) + "\n", true}}).first;
-        }
-        EXPECT_EQ(m.flash, std::nullopt);
-        EXPECT_FALSE(m.fetchInFlight);
+    for (const Msg& answer : {Msg{msg::PrsSpawnFailed{}}, Msg{msg::PrsFetched{"acme/api\n", true}}}) {
+        m = next;
+        EXPECT_EQ(m.flash, std::string(Flash::loading));
+        m.apply(answer);
+        EXPECT_EQ(std::tie(m.flash, m.fetchInFlight), std::tuple(std::nullopt, false));
     }
 }
 

@@ -5,20 +5,13 @@
 
 #include <gtest/gtest.h>
 
+#include "CoreTest.h"
 #include "Formats.h"
-#include "Json.h"
-#include "Model.h"
 
 namespace velmar {
 namespace {
 
-const std::string kHome = "/home/u", kPath = "/usr/bin";
-
-Effects feed(Model& m, const Msg& msg) {
-    auto [next, effects] = update(m, msg);
-    m = std::move(next);
-    return effects;
-}
+using namespace test;
 
 struct Case {
     const char* name;
@@ -48,17 +41,17 @@ TEST(loading, every_order_of_the_three_files_ends_the_same) {
                 EXPECT_EQ(m.addRepo("acme/extra"), Effects{});
                 m.addRepo("acme/web");
             }
-            feed(m, msg::HomeResolved{kHome});
-            if (c.pathFirst) feed(m, msg::PathResolved{kPath});
+            m.apply(msg::HomeResolved{kHome});
+            if (c.pathFirst) m.apply(msg::PathResolved{kPath});
             Effects all;
             for (ConfigFile f : order) {
                 const std::string& text = f == ConfigFile::repos ? c.repos
                                           : f == ConfigFile::browsers ? c.browsers : c.settings;
                 const auto contents = text.empty() ? std::nullopt : std::optional(text);
-                for (auto& e : feed(m, msg::FileRead{f, contents})) all.push_back(e);
+                for (auto& e : m.apply(msg::FileRead{f, contents})) all.push_back(e);
             }
             if (!c.pathFirst)
-                for (auto& e : feed(m, msg::PathResolved{kPath}))
+                for (auto& e : m.apply(msg::PathResolved{kPath}))
                     if (std::holds_alternative<effect::FetchPrs>(e)) all.push_back(e);
 
             EXPECT_TRUE(m.reposLoaded && m.browsersLoaded && m.settingsLoaded);
@@ -67,8 +60,7 @@ TEST(loading, every_order_of_the_three_files_ends_the_same) {
             EXPECT_EQ(names, c.expected);
             Effects expected;
             if (c.addedEarlier)
-                expected.push_back(effect::WriteFile{ConfigFile::repos, configPath(ConfigFile::repos, kHome),
-                                                     Formats::serializeRepos(m.repos)});
+                expected.push_back(written(ConfigFile::repos, Formats::serializeRepos(m.repos)));
             if (!c.expected.empty()) expected.push_back(effect::FetchPrs{c.expected[0], kPath});
             EXPECT_EQ(all, expected);
             // "Loading..." goes with the files only when no fetch will end it.
@@ -94,8 +86,7 @@ TEST(loading, stored_row_replaces_an_earlier_one_of_the_same_name) {
     // The stored row gets a fresh id; the earlier one keeps its id and state.
     EXPECT_EQ(m.repos, (std::vector<Repo>{Repo{3, "acme/web", "pat", RepoState::queued, 0, false, ""},
                                           Repo{2, "acme/new", "", RepoState::ok, 0, false, ""}}));
-    EXPECT_EQ(effects, (Effects{effect::WriteFile{ConfigFile::repos, configPath(ConfigFile::repos, kHome),
-                                                  "acme/web\tpat\nacme/new\t\n"}}));
+    EXPECT_EQ(effects, (Effects{written(ConfigFile::repos, "acme/web\tpat\nacme/new\t\n")}));
 }
 
 TEST(loading, settings_after_a_navigation_keep_the_screen_and_other_flashes) {

@@ -2,46 +2,31 @@
 // two suggestion listings.
 #include <gtest/gtest.h>
 
+#include "CoreTest.h"
 #include "Formats.h"
-#include "Json.h"
-#include "Model.h"
 
 namespace velmar {
 namespace {
 
-Model watching(std::vector<std::string> names) {
-    Model m;
-    m.home = "/home/u";
-    for (auto& n : names) m.repos.push_back(Repo{m.nextRepoId++, n, "", RepoState::ok, 0, false, ""});
-    return m;
-}
+using test::watching;
 
 PR row(std::int64_t repoId, std::int64_t number, std::string comment = "") {
-    PR p;
-    p.id = repoId * 100000 + number;
-    p.repoId = repoId;
-    p.number = number;
+    PR p = test::row(repoId, number);
     p.commentPreview = p.preview = comment;
     return p;
 }
 
-Effects saved(const Model& m) {
-    return {effect::WriteFile{ConfigFile::repos, "/home/u/.config/velmar/repos.tsv",
-                              Formats::serializeRepos(m.repos)}};
-}
+Effects saved(const Model& m) { return {test::written(ConfigFile::repos, Formats::serializeRepos(m.repos))}; }
 
 TEST(repos, move_clamps_and_skips_a_move_to_the_same_place) {
-    struct Case {
-        std::int64_t id, to;
-        std::string order;
-        bool writes;
-    } cases[] = {{1, 2, "bca", true}, {3, 7, "abc", false}, {2, 1, "abc", false}, {9, 0, "abc", false}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(::testing::Message() << c.id << " to " << c.to);
+    // Moved, to, the order after, and whether the list is written.
+    const std::tuple<std::int64_t, std::int64_t, std::string, bool> cases[] = {
+        {1, 2, "bca", true}, {3, 7, "abc", false}, {2, 1, "abc", false}, {9, 0, "abc", false}};
+    for (const auto& [id, to, order, writes] : cases) {
         Model m = watching({"a", "b", "c"});
-        const Effects effects = m.moveRepo(c.id, c.to);
-        EXPECT_EQ(m.repos[0].name + m.repos[1].name + m.repos[2].name, c.order);
-        EXPECT_EQ(effects, c.writes ? saved(m) : Effects{});
+        const Effects effects = m.moveRepo(id, to);
+        EXPECT_EQ(m.repos[0].name + m.repos[1].name + m.repos[2].name, order) << id << " to " << to;
+        EXPECT_EQ(effects, writes ? saved(m) : Effects{});
     }
 }
 
@@ -65,26 +50,21 @@ TEST(repos, saving_a_pattern_resolves_rows_again) {
     Model m = watching({"acme/web"});
     m.repos[0].detectedPattern = "https://learned-{number}.example.app";
     m.prs = {row(1, 5), row(1, 6, "https://bot.example.app/6")};
-    struct Case {
-        std::string typed, pattern, preview5;
-        PreviewSource source5;
-    } cases[] = {
-        {" https://typed-{number}.example.app\n", "https://typed-{number}.example.app",
-         "https://typed-5.example.app", PreviewSource::pattern},
-        {"   ", "", "https://learned-5.example.app", PreviewSource::detected},
-        {"no-scheme-{number}", "no-scheme-{number}", "https://learned-5.example.app", PreviewSource::detected},
+    // What is typed, the pattern kept and row 5's preview. A typed pattern is
+    // kept trimmed, as the transcript fetch_learns_pattern shows.
+    const std::tuple<std::string, std::string, std::string> cases[] = {
+        {"   ", "", "https://learned-5.example.app"},
+        {"no-scheme-{number}", "no-scheme-{number}", "https://learned-5.example.app"},  // no web address
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.typed);
+    for (const auto& [typed, pattern, preview5] : cases) {
         m.editingRepo = 1;
-        m.editText = c.typed;
+        m.editText = typed;
         const Effects effects = m.savePattern();
         EXPECT_EQ(effects, saved(m));
-        EXPECT_EQ(m.repos[0].pattern, c.pattern);
-        EXPECT_EQ(m.prs[0].preview, c.preview5);
-        EXPECT_EQ(m.prs[0].previewSource, c.source5);
-        EXPECT_EQ(m.prs[1].preview, "https://bot.example.app/6");  // a comment link wins
-        EXPECT_EQ(m.editingRepo, std::nullopt);
+        // A comment link wins over either pattern.
+        EXPECT_EQ(std::tie(m.repos[0].pattern, m.prs[0].preview, m.prs[0].previewSource, m.prs[1].preview, m.editingRepo),
+                  std::tuple(pattern, preview5, PreviewSource::detected, "https://bot.example.app/6", std::nullopt))
+            << typed;
     }
 }
 

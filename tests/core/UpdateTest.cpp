@@ -5,32 +5,24 @@
 
 #include <gtest/gtest.h>
 
+#include "CoreTest.h"
 #include "Formats.h"
-#include "Json.h"
-#include "Model.h"
 
 namespace velmar {
 namespace {
 
-const std::string kHome = "/home/u", kPath = "/usr/bin";
+using namespace test;
 const std::string kWebUrl = "https://github.com/acme/web/pull/12";
 
 /// After a finished start-up: home and path known, files in, two idle repos.
 Model ready() {
-    Model m;
-    m.home = kHome;
-    m.path = kPath;
-    m.pathResolved = m.reposLoaded = m.settingsLoaded = m.browsersLoaded = m.onboarded = true;
+    Model m = watching({"acme/web", "acme/api"}, false);
+    m.browsersLoaded = m.onboarded = true;
     m.flash.reset();
     m.gh = GhStatus::ok;
-    m.repos = {Repo{1, "acme/web", "", RepoState::ok, 1, false, ""},
-               Repo{2, "acme/api", "", RepoState::ok, 0, false, ""}};
-    m.nextRepoId = 3;
-    PR p;
-    p.id = 100012;
-    p.repoId = 1;
-    p.url = kWebUrl;
-    m.prs = {p};
+    for (auto& r : m.repos) r.state = RepoState::ok;
+    m.repos[0].count = 1;
+    m.prs = {PR{.id = 100012, .repoId = 1, .url = kWebUrl}};
     return m;
 }
 
@@ -47,8 +39,7 @@ void fetchingFirst(Model& m) {
 }
 
 Effects settingsWrite(bool autoOn, Screen s, Appearance a = Appearance::dark) {
-    return {effect::WriteFile{ConfigFile::settings, configPath(ConfigFile::settings, kHome),
-                              Formats::serializeSettings(autoOn, s, true, a)}};
+    return {written(ConfigFile::settings, Formats::serializeSettings(autoOn, s, true, a))};
 }
 
 struct Row {
@@ -130,8 +121,7 @@ TEST(dispatch, links_hover_add_field_and_window) {
         m.fetchInFlight = true;
     };
     const Effects docsAdded{
-        effect::WriteFile{ConfigFile::repos, configPath(ConfigFile::repos, kHome),
-                          "acme/web\t\nacme/api\t\nacme/docs\t\n"},
+        written(ConfigFile::repos, "acme/web\t\nacme/api\t\nacme/docs\t\n"),
         effect::FetchPrs{"acme/docs", kPath}};
     runRows({
         {"copy pr link", ready(), msg::CopyPrLink{100012},
@@ -156,8 +146,7 @@ TEST(dispatch, links_hover_add_field_and_window) {
         {"same frame as restored", with([&](Model& m) { m.lastFrame = a; }), msg::WindowMoved{a}, nothing, {}},
         {"moved frame", with([&](Model& m) { m.lastFrame = a; }), msg::WindowMoved{b},
          [&](Model& m) { m.lastFrame = b; },
-         {effect::WriteFile{ConfigFile::window, configPath(ConfigFile::window, kHome),
-                            Formats::serializeWindow(b)}}},
+         {written(ConfigFile::window, Formats::serializeWindow(b))}},
     });
 }
 
