@@ -101,7 +101,9 @@ void RepoDragTracker::refreshFrames() {
 
 double RepoDragTracker::toItemY(QQuickItem* item, double y) const {
     QQuickItem* from = space();
-    return item && from ? from->mapToItem(item, QPointF(0, y)).y() : y;
+    // The list's own rows are in its space already: taken as they are.
+    if (item == nullptr || from == nullptr || item == from) return y;
+    return from->mapToItem(item, QPointF(0, y)).y();
 }
 
 void RepoDragTracker::setEnabled(bool enabled) { apply(state_.setEnabled(enabled)); }

@@ -22,7 +22,8 @@ namespace velmar::ui {
 
 class RepoDragTracker : public QObject {
     Q_OBJECT
-    QML_ANONYMOUS
+    QML_ELEMENT
+    QML_UNCREATABLE("Each list's drag is the panel's.")
     /// The scrolling list while it is on screen: setting it installs the
     /// filter, clearing it removes the filter and cancels. Frames are taken
     /// in its content's coordinates.
