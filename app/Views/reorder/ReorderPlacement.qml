@@ -21,7 +21,7 @@ Translate {
     property bool reports: true
     /// Where the lifted item stands below the top the drag gives.
     property real liftedOffset: 0
-    /// Its place in the stack while raised.
+    /// The item's z while lifted or gliding.
     property real raisedZ: 1
 
     readonly property bool lifted: drag.dragId === itemId
