@@ -26,7 +26,10 @@ Translate {
 
     readonly property bool lifted: drag.dragId === itemId
     readonly property real restingTop: item.y + frame.y
-    property real shownTop: lifted ? drag.toItemY(item.parent, drag.draggedTop) + liftedOffset
+    // The rows of the list's own content take the drag's top as it is,
+    // sparing a mapping at every move of the pointer.
+    readonly property bool inSpace: item.parent === drag.space
+    property real shownTop: lifted ? (inSpace ? drag.draggedTop : drag.toItemY(item.parent, drag.draggedTop)) + liftedOffset
                                    : restingTop + drag.shiftOf(itemId, drag.shiftsRevision)
     Behavior on shownTop {
         enabled: placement.drag.gliding && !placement.lifted

@@ -101,9 +101,7 @@ void RepoDragTracker::refreshFrames() {
 
 double RepoDragTracker::toItemY(QQuickItem* item, double y) const {
     QQuickItem* from = space();
-    // The list's own rows are in its space already: taken as they are.
-    if (item == nullptr || from == nullptr || item == from) return y;
-    return from->mapToItem(item, QPointF(0, y)).y();
+    return item && from ? from->mapToItem(item, QPointF(0, y)).y() : y;
 }
 
 void RepoDragTracker::setEnabled(bool enabled) { apply(state_.setEnabled(enabled)); }
