@@ -12,6 +12,7 @@
 #include "Json.h"
 #include "PanelLists.h"
 #include "Records.h"
+#include "Theme.h"
 
 namespace velmar::ui {
 
@@ -24,7 +25,7 @@ PanelModel::PanelModel(const Model& model, Send send, BrowserIcons& icons, QObje
       rows_(roleNames<PanelLists::PrRoles>(), this),
       browsers_(roleNames<PanelLists::BrowserRoles>(), this),
       listDrag_(0.3, 0),
-      manageDrag_(std::nullopt, 34),
+      manageDrag_(std::nullopt, metrics::trailingStrip),
       watchedRepos_(roleNames<PanelLists::RepoRoles>(), this),
       suggestions_(roleNames<PanelLists::SuggestionRoles>(), this),
       browserSwitches_(roleNames<PanelLists::BrowserSwitchRoles>(), this) {

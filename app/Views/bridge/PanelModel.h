@@ -42,7 +42,7 @@ class PanelModel : public QObject {
     /// Dragging of the list's groups by their headings, after a hold of 0.3 s.
     Q_PROPERTY(velmar::ui::RepoDragTracker* listDrag READ listDrag CONSTANT)
     /// Dragging of the settings screen's watched repositories, lifted by
-    /// moving; the trailing 34 points of a row (its info button) do not start one.
+    /// moving; a row's trailing strip (its info button) does not start one.
     Q_PROPERTY(velmar::ui::RepoDragTracker* manageDrag READ manageDrag CONSTANT)
 
     // ---- The settings screen ----

@@ -1,7 +1,8 @@
 // The panel's visual vocabulary: brand colours, foreground levels per colour
 // scheme, the pill colour rules, the flat backdrop that stands in for the
-// window materials, and the panel's width classes. Pure functions first, then
-// the one QObject that hands them to QML.
+// window materials, the panel's width classes and the measures the reorder
+// shares with the screens. Pure functions first, then the one QObject that
+// hands them to QML.
 #pragma once
 
 #include <QColor>
@@ -86,6 +87,19 @@ inline constexpr double regularMinimum = 420;
 PanelWidth widthClass(double width);
 std::string_view name(PanelWidth width);
 
+// ---- Measures, in points ----
+
+namespace metrics {
+/// A pull request's row in the list, and a group's heading.
+inline constexpr int rowHeight = 24;
+inline constexpr int headingHeight = 24;
+/// The space above a heading that holds the divider between groups.
+inline constexpr int headingDivider = 11;
+/// A watched repository's trailing strip, its info button: a press there is
+/// the button's and never starts a drag.
+inline constexpr int trailingStrip = 34;
+}  // namespace metrics
+
 // ---- The QML face ----
 
 /// The colours of the current scheme as properties; they all change together
@@ -134,6 +148,11 @@ class Theme : public QObject {
     Q_PROPERTY(QString textFamily READ textFamily CONSTANT)
     /// The window's own background, behind lifted rows and popups.
     Q_PROPERTY(QColor windowBackground READ windowBackground NOTIFY changed)
+    // The measures of `metrics`, for the screens.
+    Q_PROPERTY(int rowHeight READ rowHeight CONSTANT)
+    Q_PROPERTY(int headingHeight READ headingHeight CONSTANT)
+    Q_PROPERTY(int headingDivider READ headingDivider CONSTANT)
+    Q_PROPERTY(int trailingStrip READ trailingStrip CONSTANT)
 public:
     static QString textFamily();
     Theme(std::optional<Material> forcedMaterial, QObject* parent = nullptr);
@@ -162,6 +181,10 @@ public:
     QColor infoColor() const { return info(scheme_); }
     QColor successColor() const { return success(scheme_); }
     QColor windowBackground() const;
+    static int rowHeight() { return metrics::rowHeight; }
+    static int headingHeight() { return metrics::headingHeight; }
+    static int headingDivider() { return metrics::headingDivider; }
+    static int trailingStrip() { return metrics::trailingStrip; }
 
     /// {foreground, background, border (transparent if none)} of a pill; a
     /// function of its arguments only, so a QML binding that passes the

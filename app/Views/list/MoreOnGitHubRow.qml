@@ -10,7 +10,7 @@ Item {
     required property var repoId
     required property string moreText
 
-    implicitHeight: 24
+    implicitHeight: theme.rowHeight
 
     PlainControl {
         id: button

@@ -1,6 +1,6 @@
 // One open pull request: its number as a link, the title, a draft marker,
 // the author where there is room, and the preview button when a preview is
-// known. The row keeps its height of 24 whatever the title holds.
+// known. The row keeps the list's row height whatever the title holds.
 import QtQuick
 import Velmar.Views
 import QtQuick.Controls
@@ -40,23 +40,20 @@ FocusScope {
     signal linkMenuRequested(Item item, real x, real y)
     signal previewMenuRequested(Item item, real x, real y)
 
-    implicitHeight: 24
+    implicitHeight: theme.rowHeight
 
-    readonly property var drag: panel.listDrag
-    /// The row's group is the one being dragged: it moves with its heading,
-    /// above the heading's plate.
-    readonly property bool lifted: drag.dragId === repoId
     // The texts that are not empty, as one phrase for the screen reader.
     function joined(parts) { return parts.filter(t => t.length > 0).join(", ") }
-    // As the heading: under it by the divider's 11, the heading's 24 and
-    // 24 a row when lifted, else in place or moved aside with its group.
-    property real shownTop: lifted ? drag.draggedTop + 11 + 24 * (1 + rowInGroup) : y + drag.shiftOf(repoId, drag.shiftsRevision)
-    Behavior on shownTop {
-        enabled: row.drag.gliding && !row.lifted
-        ReorderSpring { id: glide }
+    // It moves with its group's heading: lifted, under the heading's divider,
+    // the heading and the rows before it, above the heading's plate.
+    transform: ReorderPlacement {
+        item: row
+        drag: row.panel.listDrag
+        itemId: row.repoId
+        reports: false
+        liftedOffset: row.theme.headingDivider + row.theme.headingHeight + row.theme.rowHeight * row.rowInGroup
+        raisedZ: 2
     }
-    transform: Translate { y: row.shownTop - row.y }
-    z: lifted || glide.running ? 2 : 0
 
     Accessible.role: Accessible.ListItem
     Accessible.name: repoLabel.length > 0 ? title + ", " + repoLabel : title
@@ -83,7 +80,7 @@ FocusScope {
         readonly property bool roomForMarks: width >= 180
         x: 14 + 20
         width: parent.width - x - 14
-        height: 24
+        height: row.theme.rowHeight
         spacing: row.widthClass === "minimal" ? 6 : 8
 
         PRNumberLink {

@@ -29,36 +29,26 @@ FocusScope {
     /// Its menu ("Open on GitHub", "Copy Link") is the list's.
     signal menuRequested(Item item, real x, real y)
 
-    readonly property real dividerSpace: groupIndex > 0 ? 11 : 0
-    readonly property var drag: panel.listDrag
+    readonly property real dividerSpace: groupIndex > 0 ? theme.headingDivider : 0
+    readonly property RepoDragTracker drag: panel.listDrag
     /// This group is the one being dragged.
-    readonly property bool lifted: drag.dragId === repoId
-    // The group as the drag sees it: the divider's space (also above the
-    // first group, so that every slot is alike), the heading and the rows.
-    readonly property rect groupFrame: Qt.rect(0, dividerSpace - 11, width, 11 + 24 * (1 + groupRows))
+    readonly property bool lifted: placement.lifted
 
-    implicitHeight: dividerSpace + 24
+    implicitHeight: dividerSpace + theme.headingHeight
     activeFocusOnTab: true
 
-    // Where the group is drawn: where the drag puts it when lifted, else its
-    // place in the list, moved aside to make room in a drag's preview.
-    readonly property real slotTop: y + dividerSpace - 11
-    property real shownTop: lifted ? drag.draggedTop : slotTop + drag.shiftOf(repoId, drag.shiftsRevision)
-    Behavior on shownTop {
-        enabled: header.drag.gliding && !header.lifted
-        ReorderSpring { id: glide }
+    // The group as the drag sees it: the divider's space (also above the
+    // first group, so that every slot is alike), the heading and the rows.
+    // A press lifts it by the heading's row.
+    transform: ReorderPlacement {
+        id: placement
+        item: header
+        drag: header.drag
+        itemId: header.repoId
+        frame: Qt.rect(0, header.dividerSpace - header.theme.headingDivider, header.width,
+                       header.theme.headingDivider + header.theme.headingHeight + header.theme.rowHeight * header.groupRows)
+        handle: row
     }
-    transform: Translate { y: header.shownTop - header.slotTop }
-    z: lifted || glide.running ? 1 : 0
-
-    function reportLayout() {
-        drag.reportFrame(repoId, header, groupFrame)
-        drag.reportHandle(repoId, header, Qt.rect(row.x, row.y, row.width, row.height))
-    }
-    onYChanged: reportLayout()
-    onGroupFrameChanged: reportLayout()
-    onRepoIdChanged: reportLayout()
-    Component.onCompleted: reportLayout()
 
     Accessible.role: Accessible.Heading
     Accessible.name: headingLabel
@@ -84,7 +74,7 @@ FocusScope {
         x: 14 - 6
         y: header.dividerSpace - 2
         width: header.width - 28 + 12
-        height: 24 * (1 + header.groupRows) + 4
+        height: header.theme.headingHeight + header.theme.rowHeight * header.groupRows + 4
         theme: header.theme
         radius: 8
         opacity: header.lifted ? 1 : 0
@@ -109,7 +99,7 @@ FocusScope {
         x: 14
         y: header.dividerSpace
         width: parent.width - 28 - 2
-        height: 24
+        height: header.theme.headingHeight
         spacing: 6
         // Symbol, the least spacer, and whatever marks are shown, with their gaps.
         readonly property real fixedWidth: 14 + spacing + spacing + 8

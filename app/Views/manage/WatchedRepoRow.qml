@@ -2,7 +2,7 @@
 // pattern it uses (typed, learned or none), and the button that opens the
 // pattern editor. Right click or the menu key offer edit, copy and remove.
 // Read as one element named by the repository, with its parts inside.
-// Dragging the row (all but its trailing 34 points) reorders the watch list;
+// Dragging the row (all but its trailing strip) reorders the watch list;
 // Alt+Up and Alt+Down do it from the keyboard.
 import QtQuick
 import Velmar.Views
@@ -25,33 +25,23 @@ FormRow {
     required property string editorHint
 
     readonly property bool narrow: widthClass === "minimal"
-    readonly property var drag: panel.manageDrag
+    readonly property RepoDragTracker drag: panel.manageDrag
     /// This row is the one being dragged.
-    readonly property bool lifted: drag.dragId === repoId
+    readonly property bool lifted: placement.lifted
 
     // A hairline above every row but the one shown first; none on the lifted one.
     divider: drag.firstId !== repoId && !lifted
     minimumHeight: 40
 
-    // Where the row is drawn: where the drag puts it when lifted, else its
-    // place, moved aside to make room in a drag's preview.
-    property real shownTop: lifted ? drag.toItemY(parent, drag.draggedTop) : y + drag.shiftOf(repoId, drag.shiftsRevision)
-    Behavior on shownTop {
-        enabled: row.drag.gliding && !row.lifted
-        ReorderSpring { id: glide }
+    transform: ReorderPlacement {
+        id: placement
+        item: row
+        drag: row.drag
+        itemId: row.repoId
     }
-    transform: Translate { y: row.shownTop - row.y }
-    z: lifted || glide.running ? 1 : 0
 
     /// Gives the keyboard focus to the row (its info button, the part Tab reaches).
     function takeFocus() { info.forceActiveFocus() }
-
-    function reportLayout() { drag.reportFrame(repoId, row, Qt.rect(0, 0, width, height)) }
-    onYChanged: reportLayout()
-    onWidthChanged: reportLayout()
-    onHeightChanged: reportLayout()
-    onRepoIdChanged: reportLayout()
-    Component.onCompleted: reportLayout()
 
     Keys.onPressed: (event) => {
         if ((event.modifiers & Qt.AltModifier) && (event.key === Qt.Key_Up || event.key === Qt.Key_Down)) {

@@ -22,11 +22,14 @@ namespace velmar::ui {
 
 class RepoDragTracker : public QObject {
     Q_OBJECT
-    QML_ANONYMOUS
+    QML_ELEMENT
+    QML_UNCREATABLE("Each list's drag is the panel's.")
     /// The scrolling list while it is on screen: setting it installs the
     /// filter, clearing it removes the filter and cancels. Frames are taken
     /// in its content's coordinates.
     Q_PROPERTY(QQuickItem* view READ view WRITE setView NOTIFY viewChanged)
+    /// The item frames are taken in while `view` is set: its content.
+    Q_PROPERTY(QQuickItem* space READ space NOTIFY viewChanged)
     /// An item is lifted. At a drop it clears first, then the model moves,
     /// then `dragId`, then the rest: a view settles the item from where it
     /// was let go into its new place.
@@ -56,6 +59,7 @@ public:
 
     QQuickItem* view() const { return view_; }
     void setView(QQuickItem* view);
+    QQuickItem* space() const;
     bool lifted() const { return lifted_; }
     QVariant dragId() const;
     double draggedTop() const { return state_.draggedTop(); }
@@ -113,8 +117,6 @@ private:
     /// The frames and handles as the reporting items stand now.
     void refreshFrames();
     void setGliding(bool on);
-    /// The space frames are kept in: the list's content.
-    QQuickItem* space() const;
     std::optional<reorder::Rect> toSpace(QQuickItem* item, const QRectF& rect) const;
     reorder::Point toSpace(QPointF scenePoint) const;
     bool isVisible(QPointF scenePoint) const;

@@ -69,18 +69,6 @@ TEST_F(manage_drag, a_row_lifts_on_moving_and_lands_past_a_neighbours_middle) {
     EXPECT_EQ(h.takeSent(), (Sent{R"({"id":1,"index":1,"msg":"move_repo"})"}));
 }
 
-TEST_F(manage_drag, the_threshold_is_four_points_in_either_direction) {
-    const QRect r = row("acme/docs");
-    const QPoint start(r.left() + 40, r.center().y());
-    QTest::mousePress(&h.view(), Qt::LeftButton, {}, start);
-    QTest::mouseMove(&h.view(), start + QPoint(3, -3));
-    EXPECT_FALSE(tracker().drag().has_value());
-    QTest::mouseMove(&h.view(), start + QPoint(-4, 0));
-    EXPECT_TRUE(tracker().drag().has_value());
-    QTest::mouseRelease(&h.view(), Qt::LeftButton, {}, start + QPoint(-4, 0));
-    EXPECT_EQ(h.takeSent(), (Sent{R"({"id":2,"index":1,"msg":"move_repo"})"}));
-}
-
 TEST_F(manage_drag, the_trailing_strip_belongs_to_the_info_button) {
     const QRect r = row("acme/docs");
     // The info button sits in the last 34 points: its click goes through.
