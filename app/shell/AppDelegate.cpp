@@ -10,7 +10,7 @@
 #include <QQuickItem>
 #include <QQuickView>
 #include <QScreen>
-#include <QShortcut>
+#include <QKeyEvent>
 #include <QTimer>
 #include <QVariantMap>
 #include <algorithm>
@@ -193,13 +193,9 @@ void AppDelegate::createWindow(const std::optional<WindowFrame>& saved) {
             [this] { window_->setTitle(panel_.windowTitle()); });
     connect(&theme_, &ui::Theme::changed, this,
             [this] { window_->setColor(theme_.backdropBase()); });
-    // A Qt Quick window has no menu bar to carry keys, so each key is a
-    // shortcut of the window that works whatever has focus.
-    for (WindowShortcut& entry : shortcuts()) {
-        auto* shortcut = new QShortcut(entry.key, window_.get());
-        shortcut->setContext(Qt::ApplicationShortcut);
-        connect(shortcut, &QShortcut::activated, this, std::move(entry.run));
-    }
+    // A Qt Quick window has no menu bar to carry keys, so the window's own
+    // filter takes them, whatever has focus (see `takeShortcut`).
+    shortcuts_ = shortcuts();
     window_->installEventFilter(this);
     applyPlacement(saved);
 }
@@ -249,9 +245,30 @@ void AppDelegate::reportFrame() {
     store_.send(msg::WindowMoved{frame});
 }
 
+bool AppDelegate::takeShortcut(const QKeyEvent& key) {
+    const QKeySequence pressed(QKeyCombination(key.modifiers() & ~Qt::KeypadModifier, Qt::Key(key.key())));
+    const auto entry = std::find_if(shortcuts_.begin(), shortcuts_.end(),
+                                    [&](const WindowShortcut& s) { return s.key == pressed; });
+    if (entry == shortcuts_.end()) return false;
+    // A focused control that claims the key for itself (a text field's own
+    // editing keys) keeps it, as it would from a shortcut.
+    QKeyEvent claim(QEvent::ShortcutOverride, key.key(), key.modifiers(), key.text());
+    claim.ignore();
+    if (QObject* focus = window_->focusObject()) QCoreApplication::sendEvent(focus, &claim);
+    if (claim.isAccepted()) return false;
+    entry->run();
+    return true;
+}
+
 bool AppDelegate::eventFilter(QObject* watched, QEvent* event) {
     if (watched == window_.get()) {
         switch (event->type()) {
+            // QShortcut would be the usual way, but under a QApplication (which
+            // the tray's menu needs) its matcher only ever finds widget
+            // windows, so a shortcut of this Qt Quick window never fires.
+            case QEvent::KeyPress:
+                if (takeShortcut(*static_cast<QKeyEvent*>(event))) return true;
+                break;
             case QEvent::Move:
             case QEvent::Resize: reportFrame(); break;
             case QEvent::ApplicationPaletteChange:

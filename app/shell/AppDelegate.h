@@ -3,6 +3,7 @@
 // order. Everything it learns goes into the Store as a Msg.
 #pragma once
 
+#include <QKeyEvent>
 #include <QKeySequence>
 #include <QObject>
 #include <functional>
@@ -27,6 +28,7 @@ class QQuickView;
 namespace velmar {
 
 class EffectRunner;
+
 
 /// One of the window's keys: what it does wherever focus is.
 struct WindowShortcut {
@@ -57,6 +59,8 @@ public:
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    /// Runs the window key `key` names, unless the focused control claims it.
+    bool takeShortcut(const QKeyEvent& key);
 
 private:
     void performEffect(const Effect& effect);
@@ -74,6 +78,7 @@ private:
     ui::BrowserIcons icons_;
     ui::PanelModel panel_;
     std::unique_ptr<QQuickView> window_;
+    std::vector<WindowShortcut> shortcuts_;
     bool reportFrames_ = false;
     Appearance bootAppearance_ = Appearance::dark;
     std::optional<Appearance> forcedAppearance_;
