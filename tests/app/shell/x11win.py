@@ -1,7 +1,9 @@
 #!/usr/bin/env python3
 """Test helper, X11 without a window manager: `geometry TITLE` prints "x y width height", `move TITLE X Y`,
 `class TITLE` prints "instance class", `pids TITLE` the process ids of the mapped windows so titled,
-`focus` the process id of the window that has the input focus, `icons TITLE` the widths of its icons."""
+`focus` the process id of the window that has the input focus, `icons TITLE` the widths of its icons,
+`keys KEY...` presses each key (an X keysym name, modifiers joined by "+": ctrl+comma) through XTEST,
+as a keyboard would, into whatever holds the input focus."""
 import ctypes as C
 import ctypes.util
 import sys
@@ -29,6 +31,20 @@ class Attributes(C.Structure):  # XWindowAttributes, up to map_state
 
 x.XGetWindowAttributes.argtypes = [D, W, P(Attributes)]
 x.XGetClassHint.argtypes = [D, W, P(C.c_char_p * 2)]
+x.XStringToKeysym.argtypes, x.XStringToKeysym.restype = [C.c_char_p], W
+x.XKeysymToKeycode.argtypes, x.XKeysymToKeycode.restype = [D, W], C.c_ubyte
+
+
+def press(display, keys):
+    xtest = C.CDLL(ctypes.util.find_library("Xtst") or "libXtst.so.6")
+    xtest.XTestFakeKeyEvent.argtypes = [D, U, I, C.c_ulong]
+    for key in keys:
+        names = [{"ctrl": "Control_L", "shift": "Shift_L", "alt": "Alt_L"}.get(n, n) for n in key.split("+")]
+        codes = [x.XKeysymToKeycode(display, x.XStringToKeysym(n.encode())) for n in names]
+        # Modifiers down first and up last, each event a moment apart, as fingers would.
+        for code, down in [(c, 1) for c in codes] + [(c, 0) for c in reversed(codes)]:
+            xtest.XTestFakeKeyEvent(display, code, down, 20)
+    x.XSync(display, 0)
 
 
 def top_levels(display):
@@ -86,6 +102,8 @@ def main(command, wanted=None, *corner):
             x.XQueryTree(display, window, *map(C.byref, tree))
             window = tree[1].value
         print(tops.get(window, 0))
+    elif command == "keys":
+        press(display, (wanted,) + corner)
     elif command == "pids":
         for window in top_levels(display):
             if title(display, window) == wanted and mapped(display, window):
