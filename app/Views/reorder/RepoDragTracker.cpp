@@ -70,6 +70,8 @@ QVariant RepoDragTracker::firstId() const {
 }
 
 void RepoDragTracker::setIds(std::vector<reorder::Id> ids) {
+    // Most changes of the model leave the order as it was: nothing to forget.
+    if (ids == state_.ids()) return;
     const bool reordered = ids != state_.ids() && std::is_permutation(ids.begin(), ids.end(), state_.ids().begin(),
                                                                       state_.ids().end());
     // Before the rows move, so that they glide from where they stood.
