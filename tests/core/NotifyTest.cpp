@@ -93,10 +93,12 @@ Model notifying() {
     return m;
 }
 
-/// Refreshes and answers with these rows (null: the repository failed); the
-/// Notify effects of the answer.
-std::vector<effect::Notify> announced(Model& m, const Json& rows) {
+/// Refreshes and answers with these rows (null: the repository failed), with
+/// `meanwhile` done while the answer is on its way; the Notify effects of the
+/// answer.
+std::vector<effect::Notify> announced(Model& m, const Json& rows, void (*meanwhile)(Model&) = nullptr) {
     m.apply(msg::Refresh{});
+    if (meanwhile) meanwhile(m);
     const Json data{{"viewer", {{"login", "ana"}}}, {"r0", rows.is_null() ? rows : repoNode(rows)}};
     const Json errors = rows.is_null() ? Json::array({{{"path", {"r0"}}}}) : Json();
     const Effects effects = m.apply(msg::BatchFetched{{"acme/web"}, answer(data, errors), true});
@@ -208,6 +210,28 @@ TEST(notifications, switched_off_nothing_is_announced_or_kept) {
     // Turned on after answers came: the next answer is a baseline again.
     m.apply(msg::SetNotify{true});
     EXPECT_TRUE(announced(m, Json::array({pr(1, "bo", "SUCCESS"), pr(3, "bo", "SUCCESS")})).empty());
+}
+
+TEST(notifications, clicked_a_dozen_times_the_switch_takes_a_new_baseline) {
+    // Back on after quick clicks, between two answers or while one is on its
+    // way: what came in meanwhile is no news, and what comes after is.
+    const auto clicks = [](Model& m) {
+        for (int i = 0; i < 12; ++i) m.apply(msg::SetNotify{i % 2 == 1});
+    };
+    for (const bool duringAnswer : {false, true}) {
+        Model m = notifying();
+        announced(m, Json::array({pr(1, "bo", "SUCCESS")}));
+        if (!duringAnswer) clicks(m);
+        EXPECT_EQ(announced(m, Json::array({pr(1, "bo", "SUCCESS"), pr(2, "bo", "SUCCESS")}),
+                            duringAnswer ? +clicks : nullptr),
+                  std::vector<effect::Notify>{})
+            << duringAnswer;
+        EXPECT_EQ(announced(m, Json::array({pr(1, "bo", "SUCCESS"), pr(2, "bo", "SUCCESS"), pr(3, "bo", "SUCCESS")})),
+                  (std::vector<effect::Notify>{{"acme/web#3", "acme/web #3 \u00b7 new pull request",
+                                                "Fix <b> & more 3", "https://github.com/acme/web/pull/3",
+                                                "https://web-3.example.com"}}))
+            << duringAnswer;
+    }
 }
 
 TEST(tray, counts_and_tooltip) {

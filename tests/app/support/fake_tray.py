@@ -9,6 +9,9 @@ Update signal. Each line on standard input is a command:
            as one JSON line ("menu": the labels of its menu, "-" for a
            separator, a disabled item's label in brackets)
   activate calls the item's Activate
+  owned    prints "owned N": how many of the registrations so far are of an
+           item whose name still has an owner on the bus (a removed icon's
+           name has none)
 Ends with its input.
 """
 import json
@@ -99,6 +102,9 @@ class Watcher(dbus.service.Object):
                           "sizes": sorted(int(p[0]) for p in props.get("IconPixmap", [])),
                           "menu": menu}), flush=True)
 
+    def owned(self):
+        print("owned", sum(1 for name, _ in self.items if self.bus.name_has_owner(name)), flush=True)
+
     def activate(self):
         self.item().Activate(0, 0, dbus_interface=ITEM)
 
@@ -116,6 +122,8 @@ def main():
             watcher.probe()
         elif line == "activate":
             watcher.activate()
+        elif line == "owned":
+            watcher.owned()
 
     serve(WATCHER, make, command)
 
