@@ -84,21 +84,14 @@ TEST_F(manage_screen, gh_guidance_follows_the_gh_state_under_the_row_it_helps) {
     }
 }
 
-TEST_F(manage_screen, a_learned_pattern_or_a_new_order_reaches_the_rows_while_answers_change_nothing_else) {
+TEST_F(manage_screen, a_rows_own_pattern_wins_and_a_new_order_reaches_the_rows) {
     Model m = settings();
     show(m);
     // Its own pattern wins, unmarked; a learned one is marked; else none.
     EXPECT_EQ(h.find("https://learned-web-{number}.example.com"), nullptr);
     EXPECT_NE(h.find("No preview URL"), nullptr);
     EXPECT_EQ(h.names().count("Detected"), 1);
-    // Answers come in: states change, and one repository learns a pattern.
-    for (Repo& r : m.repos) r.state = RepoState::loading;
-    m.repos[2].detectedPattern = "https://site-{number}.example.com";
-    setModel(m);
-    EXPECT_NE(h.find("https://site-{number}.example.com"), nullptr) << names();
-    EXPECT_EQ(h.names().count("Detected"), 2);
-    EXPECT_NE(h.find("https://docs-{branch}.example.com"), nullptr);
-    // A move and a rename reach the rows too, in the new order.
+    // A move and a rename reach the rows, in the new order.
     std::swap(m.repos[0], m.repos[2]);
     m.repos[1].name = "acme/handbook";
     setModel(m);
@@ -401,7 +394,9 @@ TEST_F(manage_screen, a_refresh_changes_a_row_in_place_and_keeps_its_editor) {
     m.repos.push_back(repo(4, "acme/new"));
     setModel(m);
     EXPECT_EQ(h.item("acme/site"), row) << "the row was rebuilt";
-    EXPECT_NE(h.find("https://site-{number}.example.com"), nullptr);
+    EXPECT_NE(h.find("https://site-{number}.example.com"), nullptr) << names();
+    EXPECT_EQ(h.names().count("Detected"), 2) << "a learned pattern is marked";
+    EXPECT_NE(h.find("https://docs-{branch}.example.com"), nullptr);
     EXPECT_NE(h.find("acme/new"), nullptr);
     ASSERT_NE(h.item("Preview URL pattern"), nullptr);
     EXPECT_TRUE(h.item("Preview URL pattern")->hasActiveFocus());
