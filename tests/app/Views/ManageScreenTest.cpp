@@ -4,6 +4,8 @@
 // every change of the model here is the test's own.
 #include <gtest/gtest.h>
 
+#include <functional>
+
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QRegularExpression>
@@ -58,62 +60,38 @@ protected:
 };
 
 TEST_F(manage_screen, gh_guidance_follows_the_gh_state_under_the_row_it_helps) {
-    const std::pair<GhStatus, QStringList> table[] = {
-        {GhStatus::ok, {}},
-        {GhStatus::missing, {"Install instructions"}},
-        {GhStatus::loggedOut, {"Copy command gh auth login"}},
+    // With brew, its command instead of the page.
+    const std::tuple<GhStatus, bool, QStringList> table[] = {
+        {GhStatus::ok, false, {}},
+        {GhStatus::missing, false, {"Install instructions"}},
+        {GhStatus::missing, true, {"Copy command brew install gh", "Other ways to install"}},
+        {GhStatus::loggedOut, true, {"Copy command gh auth login"}},
     };
     const QStringList allGuidance = {"Install instructions", "Copy command brew install gh",
                                      "Other ways to install", "Copy command gh auth login"};
-    for (const auto& [gh, guidance] : table) {
-        SCOPED_TRACE(jsonText(gh));
+    for (const auto& [gh, brew, guidance] : table) {
+        SCOPED_TRACE(std::string(jsonText(gh)) + (brew ? " with brew" : ""));
         Model m = settings();
         m.gh = gh;
+        m.brewInstalled = brew;
         show(m);
         for (const QString& name : allGuidance)
             EXPECT_EQ(h.find(name) != nullptr, guidance.contains(name)) << name.toStdString();
+        // The install guidance stands under the first row, the login well under the second.
+        if (guidance.isEmpty()) continue;
+        const QRect help = h.find(guidance.front())->rect(), signedIn = h.find("Signed in to GitHub")->rect();
+        EXPECT_TRUE(gh == GhStatus::loggedOut ? help.top() > signedIn.bottom() : help.bottom() < signedIn.top());
     }
-    // With brew, its command instead of the page; the install guidance stands
-    // under the first row, the login well under the second.
-    Model m = settings();
-    m.gh = GhStatus::missing;
-    m.brewInstalled = true;
-    show(m);
-    EXPECT_EQ(h.find("Install instructions"), nullptr);
-    EXPECT_NE(h.find("Other ways to install"), nullptr);
-    EXPECT_LT(h.find("Copy command brew install gh")->rect().bottom(), h.find("Signed in to GitHub")->rect().top());
-    m.gh = GhStatus::loggedOut;
-    setModel(m);
-    EXPECT_GT(h.find("Copy command gh auth login")->rect().top(), h.find("Signed in to GitHub")->rect().bottom());
 }
 
-TEST_F(manage_screen, the_general_switch_waits_for_the_settings_file) {
-    Model m = settings();
-    m.settingsLoaded = false;
-    show(m);
-    EXPECT_NE(h.find("Appearance"), nullptr);
-    EXPECT_EQ(h.find("Refresh automatically"), nullptr);
-    m.settingsLoaded = true;
-    setModel(m);
-    ASSERT_NE(h.find("Refresh automatically"), nullptr);
-    EXPECT_EQ(h.find("Refresh automatically")->state().checked, m.autoRefresh);
-}
-
-TEST_F(manage_screen, a_learned_pattern_or_a_new_order_reaches_the_rows_while_answers_change_nothing_else) {
+TEST_F(manage_screen, a_rows_own_pattern_wins_and_a_new_order_reaches_the_rows) {
     Model m = settings();
     show(m);
     // Its own pattern wins, unmarked; a learned one is marked; else none.
     EXPECT_EQ(h.find("https://learned-web-{number}.example.com"), nullptr);
     EXPECT_NE(h.find("No preview URL"), nullptr);
     EXPECT_EQ(h.names().count("Detected"), 1);
-    // Answers come in: states change, and one repository learns a pattern.
-    for (Repo& r : m.repos) r.state = RepoState::loading;
-    m.repos[2].detectedPattern = "https://site-{number}.example.com";
-    setModel(m);
-    EXPECT_NE(h.find("https://site-{number}.example.com"), nullptr) << names();
-    EXPECT_EQ(h.names().count("Detected"), 2);
-    EXPECT_NE(h.find("https://docs-{branch}.example.com"), nullptr);
-    // A move and a rename reach the rows too, in the new order.
+    // A move and a rename reach the rows, in the new order.
     std::swap(m.repos[0], m.repos[2]);
     m.repos[1].name = "acme/handbook";
     setModel(m);
@@ -121,19 +99,26 @@ TEST_F(manage_screen, a_learned_pattern_or_a_new_order_reaches_the_rows_while_an
     EXPECT_EQ(shown, (QStringList{"acme/site", "acme/handbook", "acme/web"})) << names();
 }
 
-// A switch per browser, hidden ones too (their roles and states are the
-// screen reader tests'), only in manual mode.
-TEST_F(manage_screen, browser_switches_show_only_in_manual_mode) {
-    show(settings());
-    EXPECT_NE(h.find("Chromium"), nullptr);
-    EXPECT_EQ(h.find("Nothing watched yet."), nullptr);
-
-    Model m = settings();
-    m.browserMode = BrowserMode::open;
-    m.repos.clear();
-    setModel(m);
-    QTRY_VERIFY(h.find("Firefox") == nullptr);  // the switches slide shut
-    EXPECT_NE(h.find("Nothing watched yet."), nullptr);
+// The general switches wait for the settings file; a switch per browser,
+// hidden ones too (their roles and states are the screen reader tests'), only
+// in manual mode; the empty list's note only without repositories.
+TEST_F(manage_screen, sections_show_only_while_they_apply) {
+    const std::tuple<const char*, std::function<void(Model&)>, bool> table[] = {
+        {"Refresh automatically", [](Model& m) { m.settingsLoaded = false; }, false},
+        {"Chromium", [](Model& m) { m.browserMode = BrowserMode::open; }, false},
+        {"Nothing watched yet.", [](Model& m) { m.repos.clear(); }, true},
+    };
+    for (const auto& [name, change, shownAfter] : table) {
+        SCOPED_TRACE(name);
+        Model m = settings();
+        change(m);
+        show(m);
+        EXPECT_EQ(h.find(name) != nullptr, shownAfter);
+        EXPECT_NE(h.find("Appearance"), nullptr);
+        setModel(settings());
+        QTRY_VERIFY((h.find(name) != nullptr) != shownAfter);  // a section slides open or shut
+    }
+    EXPECT_EQ(h.find("Refresh automatically")->state().checked, settings().autoRefresh);
 }
 
 TEST_F(manage_screen, each_control_and_menu_item_sends_its_message) {
@@ -354,7 +339,13 @@ TEST_F(manage_screen, pattern_editor_shows_the_repository_and_sends_each_message
     ASSERT_NE(h.item("Preview URL pattern"), nullptr);
     EXPECT_EQ(h.item("Preview URL pattern")->property("placeholderText").toString(),
               "https://myapp-pr-{number}.example.com");
-    EXPECT_EQ(h.takeSent(), Sent{}) << "moving the edit to another row cancels nothing";
+    // Removing the edited repository ends the edit and takes its row away.
+    m.editingRepo.reset();
+    m.repos.erase(m.repos.begin() + 2);
+    setModel(m);
+    EXPECT_EQ(h.find("Preview URL pattern"), nullptr);
+    EXPECT_EQ(h.find("acme/site"), nullptr);
+    EXPECT_EQ(h.takeSent(), Sent{}) << "an edit the model moves or ends cancels nothing";
 }
 
 TEST_F(manage_screen, popovers_keep_every_control_inside_the_window_at_every_width) {
@@ -376,25 +367,6 @@ TEST_F(manage_screen, popovers_keep_every_control_inside_the_window_at_every_wid
                 EXPECT_TRUE(window.contains(control->rect())) << name.toStdString() << " lies outside the window";
             }
         }
-}
-
-TEST_F(manage_screen, popovers_the_model_closes_send_nothing) {
-    Model m = settings();
-    m.addOpen = true;
-    show(m);
-    m.addOpen = false;  // a submit that the core took
-    setModel(m);
-    EXPECT_EQ(h.find("Repository slug"), nullptr);
-    m.editingRepo = 2;
-    setModel(m);
-    ASSERT_NE(h.find("Preview URL pattern"), nullptr);
-    // Removing the edited repository ends the edit and takes its row away.
-    m.editingRepo.reset();
-    m.repos.erase(m.repos.begin() + 1);
-    setModel(m);
-    EXPECT_EQ(h.find("Preview URL pattern"), nullptr);
-    EXPECT_EQ(h.find("acme/docs"), nullptr);
-    EXPECT_EQ(h.takeSent(), Sent{});
 }
 
 TEST_F(manage_screen, the_watched_list_catches_up_with_what_changed_while_the_list_was_shown) {
@@ -422,7 +394,9 @@ TEST_F(manage_screen, a_refresh_changes_a_row_in_place_and_keeps_its_editor) {
     m.repos.push_back(repo(4, "acme/new"));
     setModel(m);
     EXPECT_EQ(h.item("acme/site"), row) << "the row was rebuilt";
-    EXPECT_NE(h.find("https://site-{number}.example.com"), nullptr);
+    EXPECT_NE(h.find("https://site-{number}.example.com"), nullptr) << names();
+    EXPECT_EQ(h.names().count("Detected"), 2) << "a learned pattern is marked";
+    EXPECT_NE(h.find("https://docs-{branch}.example.com"), nullptr);
     EXPECT_NE(h.find("acme/new"), nullptr);
     ASSERT_NE(h.item("Preview URL pattern"), nullptr);
     EXPECT_TRUE(h.item("Preview URL pattern")->hasActiveFocus());
@@ -446,9 +420,12 @@ TEST_F(manage_screen, a_field_takes_the_focus_once_when_its_popover_opens) {
     h.view().resize(480, 600);
     EXPECT_TRUE(h.drawn());
     EXPECT_FALSE(field->hasActiveFocus());
-    // Opening again takes it again, with the caret after the model's text.
+    // A popover the model closes (a submit the core took) sends nothing;
+    // opening again takes the focus again, with the caret after the model's text.
     m.addOpen = false;
     setModel(m);
+    EXPECT_EQ(h.find("Repository slug"), nullptr);
+    EXPECT_EQ(h.takeSent(), Sent{});
     m.addOpen = true;
     setModel(m);
     QTRY_VERIFY(h.item("Repository slug") != nullptr && h.item("Repository slug")->hasActiveFocus());

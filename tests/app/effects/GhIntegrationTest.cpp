@@ -177,17 +177,21 @@ TEST_F(gh_against_fake_github, end_to_end_boot_fetches_every_repository_and_save
                   "https://web-pr-13.up.railway.app"}));
 }
 
-TEST_F(gh_against_fake_github, with_checks_on_one_query_shows_states_and_a_missing_repository_fails_alone) {
-    testing::ScratchHome home("acme/web\t\nacme/gone\t\nacme/api\t\n");
+// The fake answers as any host: 127.0.0.1 stands for an Enterprise server
+// beside gh's own (localhost), asked in a query of its own.
+TEST_F(gh_against_fake_github, with_checks_on_one_query_per_host_shows_states_and_a_missing_repository_fails_alone) {
+    const std::string own = "localhost:" + std::to_string(server->port());
+    const std::string other = "127.0.0.1:" + std::to_string(server->port());
+    testing::ScratchHome home("acme/web\t\nacme/gone\t\n" + other + "/acme/api\t\n");
     MiniStore store;
     const Model& m = store.model;
-    const std::string before = server->commentsLog();
+    const std::string batches = server->batchesLog(), comments = server->commentsLog();
     store.boot("checks\t1\n");
     ASSERT_TRUE(store.waitIdle([&] { return m.viewer.has_value(); }));
-    EXPECT_EQ(store.headings(), threeHeadings);
+    EXPECT_EQ(store.headings(), (std::vector<std::string>{"acme/web 2", "acme/gone 0 failed", other + "/acme/api 1"}));
     EXPECT_EQ(sortedRows(m, marks),
               (std::vector<std::string>{
-                  "acme/api#3 running review_required - ",
+                  other + "/acme/api#3 running review_required - ",
                   // The bot's comment comes before the deployment's own address.
                   "acme/web#12 passing approved ready https://web-pr-12.up.railway.app",
                   "acme/web#13 failing - conflicts building older https://web-pr-13.up.railway.app"}));
@@ -200,8 +204,9 @@ TEST_F(gh_against_fake_github, with_checks_on_one_query_shows_states_and_a_missi
     store.send(msg::Refresh{});
     ASSERT_TRUE(store.waitIdle([&] { return m.reviewPrs.has_value(); }));
     server->setFixture(fixture);
-    EXPECT_EQ(server->commentsLog().substr(before.size()),
-              "PR_acme/web_12 PR_acme/web_13 PR_acme/api_3\nPR_acme/web_13\n");
+    EXPECT_EQ(server->batchesLog().substr(batches.size()), own + " 2\n" + other + " 1\n" + own + " 2\n" + other + " 1\n");
+    EXPECT_EQ(server->commentsLog().substr(comments.size()),
+              "PR_acme/web_12 PR_acme/web_13\nPR_acme/api_3\nPR_acme/web_13\n");
     ASSERT_EQ(m.reviewPrs->size(), 1u);  // other/lib is not in the fake GitHub
     EXPECT_EQ(marks(m.reviewPrs->front()), "acme/api#3 running review_required - ");
 }
@@ -279,21 +284,6 @@ TEST_F(gh_against_fake_github, with_checks_on_a_query_too_large_for_github_goes_
     EXPECT_EQ(server->batchesLog().substr(before.size()),
               host + " 13\n" + host + " 10\n" + host + " 3\n" + host + " 10\n" + host + " 3\n");
     EXPECT_EQ(store.headings(), want);
-}
-
-TEST_F(gh_against_fake_github, with_checks_on_a_repository_on_another_host_is_asked_in_a_query_of_its_own) {
-    // The fake answers as any host: 127.0.0.1 stands for an Enterprise server beside gh's own (localhost).
-    const std::string other = "127.0.0.1:" + std::to_string(server->port());
-    testing::ScratchHome home("acme/web\t\n" + other + "/acme/api\t\nacme/gone\t\n");
-    const std::string batches = server->batchesLog(), comments = server->commentsLog();
-    MiniStore store;
-    store.boot("checks\t1\n");
-    ASSERT_TRUE(store.waitIdle([&] { return store.model.viewer.has_value(); }));
-    EXPECT_EQ(store.headings(), (std::vector<std::string>{"acme/web 2", other + "/acme/api 1", "acme/gone 0 failed"}));
-    EXPECT_EQ(sortedRows(store.model, marks).front(), other + "/acme/api#3 running review_required - ");
-    EXPECT_EQ(server->batchesLog().substr(batches.size()),
-              "localhost:" + std::to_string(server->port()) + " 2\n" + other + " 1\n");
-    EXPECT_EQ(server->commentsLog().substr(comments.size()), "PR_acme/web_12 PR_acme/web_13\nPR_acme/api_3\n");
 }
 
 TEST_F(gh_against_fake_github, yours_finds_the_viewers_pull_requests_anywhere_and_puts_the_blocked_first) {
