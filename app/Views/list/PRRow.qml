@@ -96,13 +96,22 @@ FocusScope {
             onMenuRequested: (x, y) => row.linkMenuRequested(link, x, y)
             onActiveFocusChanged: if (activeFocus) row.ListView.view.positionViewAtIndex(row.index, ListView.Contain)
         }
-        ChecksMarker {
+        // The markers are made only on a row that shows them: most rows show
+        // none, and a marker left empty still costs its whole set of objects.
+        // The markers below are built by their loaders, in this file's context.
+        // qmllint disable unqualified
+        Loader {
             id: checksMark
             Layout.alignment: Qt.AlignVCenter
-            theme: row.theme
-            state: row.checks
-            label: row.checksLabel
+            active: row.checks.length > 0
+            visible: active
+            sourceComponent: ChecksMarker {
+                theme: row.theme
+                state: row.checks
+                label: row.checksLabel
+            }
         }
+        // qmllint enable unqualified
         Text {
             Layout.preferredWidth: Math.max(0, Math.min(implicitWidth, layout.width - layout.fixedWidth))
             // Isolated: a direction mark inside a title ends with the title.
@@ -118,30 +127,41 @@ FocusScope {
             Accessible.name: layout.roomForMarks ? row.title
                 : row.joined([row.title, row.reviewLabel, row.conflicts ? row.panel.words.conflicts : ""])
         }
-        ReviewMarker {
+        // qmllint disable unqualified
+        Loader {
             id: reviewMark
-            visible: label.length > 0 && layout.roomForMarks
-            theme: row.theme
-            widthClass: row.widthClass
-            label: row.reviewLabel
-            role: row.reviewLabel === row.panel.words.approved ? "accent"
-                : row.reviewLabel === row.panel.words.changesRequested ? "warning" : "info"
+            active: row.reviewLabel.length > 0 && layout.roomForMarks
+            visible: active
+            sourceComponent: ReviewMarker {
+                theme: row.theme
+                widthClass: row.widthClass
+                label: row.reviewLabel
+                role: row.reviewLabel === row.panel.words.approved ? "accent"
+                    : row.reviewLabel === row.panel.words.changesRequested ? "warning" : "info"
+            }
         }
-        ReviewMarker {
+        Loader {
             id: conflictsMark
-            visible: label.length > 0 && layout.roomForMarks
-            theme: row.theme
-            widthClass: row.widthClass
-            label: row.conflicts ? row.panel.words.conflicts : ""
-            role: "destructive"
+            active: row.conflicts && layout.roomForMarks
+            visible: active
+            sourceComponent: ReviewMarker {
+                theme: row.theme
+                widthClass: row.widthClass
+                label: row.panel.words.conflicts
+                role: "destructive"
+            }
         }
-        DraftMarker {
+        Loader {
             id: draft
-            visible: row.isDraft
-            theme: row.theme
-            words: row.panel.words
-            widthClass: row.widthClass
+            active: row.isDraft
+            visible: active
+            sourceComponent: DraftMarker {
+                theme: row.theme
+                words: row.panel.words
+                widthClass: row.widthClass
+            }
         }
+        // qmllint enable unqualified
         Text {
             id: author
             // A long name gives way before the title does: it takes at most
