@@ -10,13 +10,12 @@
 
 #include "BrowserIcons.h"
 #include "Text.h"
+#include "PanelWords.h"
 #include "Words.h"
 
 namespace velmar::ui::PanelLists {
 
 namespace {
-
-QString q(std::string_view s) { return QString::fromUtf8(s.data(), qsizetype(s.size())); }
 
 // Lambdas as one visitor, one per alternative of a variant.
 template <class... Cases>
@@ -26,7 +25,7 @@ struct overloaded : Cases... {
 
 // The image URL of a browser's icon, or empty when it has none.
 QString iconSource(BrowserIcons& icons, const std::string& app) {
-    return icons.has(app) ? QStringLiteral("image://browser/") + QString::fromLatin1(QUrl::toPercentEncoding(q(app)))
+    return icons.has(app) ? QStringLiteral("image://browser/") + QString::fromLatin1(QUrl::toPercentEncoding(qtText(app)))
                           : QString();
 }
 
@@ -54,34 +53,34 @@ std::vector<DiffListModel::Row> prRows(const Model& model, const std::vector<Lis
                 digits = std::max(digits, std::to_string(pr->number).size());
             }
         const QString numberTemplate = QStringLiteral("#") + QString(qsizetype(digits), QLatin1Char('0'));
-        out.push_back(makeRow<PrRoles>(q(heading->id()),
+        out.push_back(makeRow<PrRoles>(qtText(heading->id()),
                               {{PrRole::kind, QStringLiteral("header")},
                                {PrRole::repoId, repoId},
                                {PrRole::groupIndex, groupIndex},
-                               {PrRole::name, q(repo.name)},
+                               {PrRole::name, qtText(repo.name)},
                                {PrRole::spinning, repo.state != RepoState::ok},
                                {PrRole::failed, repo.failed},
                                {PrRole::count, qint64(repo.count)},
-                               {PrRole::countLabel, q(Words::countLabel(repo.count))},
-                               {PrRole::loadingLabel, q(Words::loadingLabel(repo.name))},
+                               {PrRole::countLabel, qtText(Words::countLabel(repo.count))},
+                               {PrRole::loadingLabel, qtText(Words::loadingLabel(repo.name))},
                                {PrRole::groupRows, prCount},
                                {PrRole::blocked, qint64(blocked)},
-                               {PrRole::blockedLabel, q(Words::blockedLabel(blocked))},
+                               {PrRole::blockedLabel, qtText(Words::blockedLabel(blocked))},
                                {PrRole::headingLabel,
-                                q(yours ? Words::yoursHeading(repo.count, blocked) : repo.name)}}));
+                                qtText(yours ? Words::yoursHeading(repo.count, blocked) : repo.name)}}));
         int rowInGroup = 0;
         for (auto row = std::next(heading); row != end; ++row) {
             if (const auto* more = std::get_if<MoreRow>(&row->item)) {
-                out.push_back(makeRow<PrRoles>(q(row->id()),
+                out.push_back(makeRow<PrRoles>(qtText(row->id()),
                                       {{PrRole::kind, QStringLiteral("more")},
                                        {PrRole::repoId, repoId},
                                        {PrRole::groupIndex, groupIndex},
                                        {PrRole::rowInGroup, prCount},
-                                       {PrRole::moreText, q(Words::moreLabel(more->more))}}));
+                                       {PrRole::moreText, qtText(Words::moreLabel(more->more))}}));
                 continue;
             }
             const PR& pr = std::get<PR>(row->item);
-            out.push_back(makeRow<PrRoles>(q(row->id()),
+            out.push_back(makeRow<PrRoles>(qtText(row->id()),
                 {{PrRole::kind, QStringLiteral("pr")},
                  {PrRole::repoId, repoId},
                  {PrRole::groupIndex, groupIndex},
@@ -89,24 +88,24 @@ std::vector<DiffListModel::Row> prRows(const Model& model, const std::vector<Lis
                  {PrRole::number, qint64(pr.number)},
                  {PrRole::numberText, QStringLiteral("#%1").arg(pr.number)},
                  {PrRole::numberTemplate, numberTemplate},
-                 {PrRole::title, q(text::trimWhitespaceAndNewlines(pr.title))},
-                 {PrRole::author, q(pr.author)},
-                 {PrRole::authorTooltip, q(Words::authorTooltip(pr.author))},
+                 {PrRole::title, qtText(text::trimWhitespaceAndNewlines(pr.title))},
+                 {PrRole::author, qtText(pr.author)},
+                 {PrRole::authorTooltip, qtText(Words::authorTooltip(pr.author))},
                  {PrRole::isDraft, pr.isDraft},
                  {PrRole::hovered, model.hoveredPr == pr.id},
                  {PrRole::hasPreview, !pr.preview.empty()},
-                 {PrRole::previewTooltip, q(Words::previewTooltip(pr.previewSource))},
-                 {PrRole::openLabel, q(Words::openPrLabel(pr.number))},
-                 {PrRole::previewLabel, q(Words::openPreviewLabel(pr.number))},
+                 {PrRole::previewTooltip, qtText(Words::previewTooltip(pr.previewSource))},
+                 {PrRole::openLabel, qtText(Words::openPrLabel(pr.number))},
+                 {PrRole::previewLabel, qtText(Words::openPreviewLabel(pr.number))},
                  {PrRole::rowInGroup, rowInGroup++},
-                 {PrRole::checks, pr.checks ? q(jsonText(*pr.checks)) : QString()},
-                 {PrRole::checksLabel, q(Words::checksLabel(pr.checks))},
-                 {PrRole::review, pr.review ? q(jsonText(*pr.review)) : QString()},
-                 {PrRole::reviewLabel, q(Words::reviewLabel(pr.review))},
+                 {PrRole::checks, pr.checks ? qtText(jsonText(*pr.checks)) : QString()},
+                 {PrRole::checksLabel, qtText(Words::checksLabel(pr.checks))},
+                 {PrRole::review, pr.review ? qtText(jsonText(*pr.review)) : QString()},
+                 {PrRole::reviewLabel, qtText(Words::reviewLabel(pr.review))},
                  {PrRole::conflicts, pr.conflicts.value_or(false)},
-                 {PrRole::deploy, pr.deploy ? q(jsonText(*pr.deploy)) : QString()},
-                 {PrRole::deployLabel, q(Words::deployLabel(pr))},
-                 {PrRole::repoLabel, yours ? q(pr.repo) : QString()}}));
+                 {PrRole::deploy, pr.deploy ? qtText(jsonText(*pr.deploy)) : QString()},
+                 {PrRole::deployLabel, qtText(Words::deployLabel(pr))},
+                 {PrRole::repoLabel, yours ? qtText(pr.repo) : QString()}}));
         }
         heading = end;
     }
@@ -120,8 +119,8 @@ std::vector<DiffListModel::Row> browserRows(const Model& model, BrowserIcons& ic
         const QString icon = iconSource(icons, b.app);
         out.push_back(makeRow<BrowserRoles>(QString::number(b.id),
                               {{BrowserRole::browserId, qint64(b.id)},
-                               {BrowserRole::name, q(b.name)},
-                               {BrowserRole::initials, q(b.initials)},
+                               {BrowserRole::name, qtText(b.name)},
+                               {BrowserRole::initials, qtText(b.initials)},
                                {BrowserRole::isDefault, b.isSystemDefault()},
                                {BrowserRole::selected, selected != nullptr && selected->id == b.id},
                                {BrowserRole::iconSource, icon}}));
@@ -130,7 +129,7 @@ std::vector<DiffListModel::Row> browserRows(const Model& model, BrowserIcons& ic
 }
 
 DiffListModel::Row repoRow(const Repo& repo) {
-    const QString name = q(repo.name);
+    const QString name = qtText(repo.name);
     // A zero-width space after every "/", so that a narrow row breaks a long
     // slug at its slashes.
     QString breakable = name;
@@ -144,11 +143,11 @@ DiffListModel::Row repoRow(const Repo& repo) {
                                {RepoRole::name, name},
                                {RepoRole::breakableName, breakable},
                                {RepoRole::patternKind, patternKind},
-                               {RepoRole::patternText, q(Words::patternText(repo))},
-                               {RepoRole::editLabel, q(Words::editLabel(repo.name))},
-                               {RepoRole::removeTooltip, q(Words::removeTooltip(repo.name))},
-                               {RepoRole::editorPlaceholder, q(Words::editorPlaceholder(repo))},
-                               {RepoRole::editorHint, q(Words::editorHint(repo))}});
+                               {RepoRole::patternText, qtText(Words::patternText(repo))},
+                               {RepoRole::editLabel, qtText(Words::editLabel(repo.name))},
+                               {RepoRole::removeTooltip, qtText(Words::removeTooltip(repo.name))},
+                               {RepoRole::editorPlaceholder, qtText(Words::editorPlaceholder(repo))},
+                               {RepoRole::editorHint, qtText(Words::editorHint(repo))}});
 }
 
 std::vector<DiffListModel::Row> suggestionRows(const Model& model) {
@@ -156,8 +155,8 @@ std::vector<DiffListModel::Row> suggestionRows(const Model& model) {
     std::vector<DiffListModel::Row> out;
     out.reserve(suggestions.size());
     for (const Suggestion& s : suggestions) {
-        const QString name = q(s.name);
-        const QString label = q(Words::suggestionLabel(s.name, s.mine));
+        const QString name = qtText(s.name);
+        const QString label = qtText(Words::suggestionLabel(s.name, s.mine));
         out.push_back(makeRow<SuggestionRoles>(
             name, {{SuggestionRole::name, name}, {SuggestionRole::mine, s.mine}, {SuggestionRole::label, label}}));
     }
@@ -170,8 +169,8 @@ std::vector<DiffListModel::Row> browserSwitchRows(const Model& model, BrowserIco
     for (const Browser& b : model.browsers) {
         out.push_back(makeRow<BrowserSwitchRoles>(QString::number(b.id),
                               {{BrowserSwitchRole::browserId, qint64(b.id)},
-                               {BrowserSwitchRole::name, q(b.name)},
-                               {BrowserSwitchRole::initials, q(b.initials)},
+                               {BrowserSwitchRole::name, qtText(b.name)},
+                               {BrowserSwitchRole::initials, qtText(b.initials)},
                                {BrowserSwitchRole::isDefault, b.isSystemDefault()},
                                {BrowserSwitchRole::iconSource, iconSource(icons, b.app)},
                                {BrowserSwitchRole::shown, b.shown}}));
@@ -189,11 +188,11 @@ QVariantList previewMenu(const Model& model) {
                 [](const menu::Open& open) {
                     QVariantMap message{{"msg", QStringLiteral("open_preview")}};
                     if (open.browser) message.insert("browser", qint64(*open.browser));
-                    return QVariantMap{{"kind", QStringLiteral("open")}, {"title", q(open.title)}, {"message", message}};
+                    return QVariantMap{{"kind", QStringLiteral("open")}, {"title", qtText(open.title)}, {"message", message}};
                 },
                 [](const menu::Copy& copy) {
                     return QVariantMap{{"kind", QStringLiteral("copy")},
-                                       {"title", q(copy.title)},
+                                       {"title", qtText(copy.title)},
                                        {"message", QVariantMap{{"msg", QStringLiteral("copy_preview")}}}};
                 },
                 [](const menu::Separator&) { return QVariantMap{{"kind", QStringLiteral("separator")}}; },

@@ -38,10 +38,8 @@ PanelModel::PanelModel(const Model& model, Send send, BrowserIcons& icons, QObje
 
 namespace {
 
-QString q(std::string_view s) { return QString::fromUtf8(s.data(), qsizetype(s.size())); }
-
 QVariantMap statusMap(const Words::Status& status) {
-    return {{QStringLiteral("state"), q(status.state)}, {QStringLiteral("text"), q(status.text)}};
+    return {{QStringLiteral("state"), qtText(status.state)}, {QStringLiteral("text"), qtText(status.text)}};
 }
 
 }  // namespace
@@ -56,8 +54,8 @@ PanelModel::Values PanelModel::derive(const Model& model, bool trayFound) {
     v.yoursOn = model.yours.value_or(true);
     QVariantList kinds;
     const auto kind = [&](NotifyKind k, std::string_view title, const std::optional<bool>& on) {
-        kinds.append(QVariantMap{{QStringLiteral("kind"), q(jsonText(k))},
-                                 {QStringLiteral("title"), q(title)},
+        kinds.append(QVariantMap{{QStringLiteral("kind"), qtText(jsonText(k))},
+                                 {QStringLiteral("title"), qtText(title)},
                                  {QStringLiteral("on"), on.value_or(false)}});
     };
     kind(NotifyKind::newPrs, Words::notifyNewPrs, model.notifyNew);
@@ -67,12 +65,12 @@ PanelModel::Values PanelModel::derive(const Model& model, bool trayFound) {
                    {QStringLiteral("notify"), model.notify.value_or(false)},
                    {QStringLiteral("kinds"), kinds},
                    {QStringLiteral("tray"), model.tray.value_or(false)},
-                   {QStringLiteral("notifyCaption"), q(Words::notifyCaption(v.checksOn))},
-                   {QStringLiteral("trayCaption"), q(Words::trayCaption(v.checksOn, trayFound))}};
+                   {QStringLiteral("notifyCaption"), qtText(Words::notifyCaption(v.checksOn))},
+                   {QStringLiteral("trayCaption"), qtText(Words::trayCaption(v.checksOn, trayFound))}};
     v.reposLoaded = model.reposLoaded;
     v.hasRepos = !model.repos.empty();
     v.footerText = QString::fromStdString(model.footerText());
-    v.windowTitle = q(!v.showsOnboarding && v.onSettings ? Words::settings : Words::appName);
+    v.windowTitle = qtText(!v.showsOnboarding && v.onSettings ? Words::settings : Words::appName);
     v.ghChecking = model.gh == GhStatus::unknown;
     v.ghMissing = model.gh == GhStatus::missing;
     v.ghSignedOut = model.gh == GhStatus::loggedOut;
@@ -83,11 +81,11 @@ PanelModel::Values PanelModel::derive(const Model& model, bool trayFound) {
     v.previewMenu = PanelLists::previewMenu(model);
     v.ghInstalledStatus = statusMap(Words::ghInstalled(model.gh));
     v.ghSignedInStatus = statusMap(Words::ghSignedIn(model.gh));
-    v.ghFooter = q(Words::ghFooter(model.gh));
+    v.ghFooter = qtText(Words::ghFooter(model.gh));
     v.browserMode = QString::fromUtf8(jsonText(model.browserMode));
-    v.browserFooter = q(Words::browserFooter(model.browserMode));
+    v.browserFooter = qtText(Words::browserFooter(model.browserMode));
     v.appearance = QString::fromUtf8(jsonText(model.appearance));
-    v.autoFooter = q(Words::autoFooter(model.autoRefresh));
+    v.autoFooter = qtText(Words::autoFooter(model.autoRefresh));
     v.addOpen = model.addOpen;
     v.addText = QString::fromStdString(model.addText);
     v.canSubmitAdd = model.canSubmitAdd();
@@ -161,7 +159,7 @@ void PanelModel::showNotice(const QString& text, double seconds) {
 void PanelModel::setTrayFound(bool found) {
     if (found == trayFound_) return;
     trayFound_ = found;
-    now_.attention[QStringLiteral("trayCaption")] = q(Words::trayCaption(now_.checksOn, found));
+    now_.attention[QStringLiteral("trayCaption")] = qtText(Words::trayCaption(now_.checksOn, found));
     emit attentionChanged();
 }
 

@@ -11,10 +11,13 @@
 
 namespace velmar::ui {
 
+/// A word (or any UTF-8 text of the core) as Qt holds it.
+inline QString qtText(std::string_view text) { return QString::fromUtf8(text.data(), qsizetype(text.size())); }
+
 #define VELMAR_WORD_PROPERTY(name, text)                                               \
     Q_PROPERTY(QString name READ name CONSTANT)                                        \
 public:                                                                                \
-    QString name() const { return QString::fromUtf8(Words::name.data(), qsizetype(Words::name.size())); } \
+    QString name() const { return qtText(Words::name); }                          \
                                                                                        \
 private:
 
