@@ -22,6 +22,13 @@ import http.server, json, os, re, ssl, subprocess, sys, threading
 class Handler(http.server.BaseHTTPRequestHandler):
     protocol_version = "HTTP/1.1"
 
+    def setup(self):
+        # The TLS handshake happens here, on the request's own thread: done in
+        # accept, one slow client would hold up every other connection.
+        self.request.settimeout(30)
+        self.request.do_handshake()
+        super().setup()
+
     def log_message(self, *args):
         pass
 
@@ -208,6 +215,6 @@ subprocess.run(["openssl", "req", "-x509", "-newkey", "rsa:2048", "-nodes", "-ke
 server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), Handler)
 context = ssl.SSLContext(ssl.PROTOCOL_TLS_SERVER)
 context.load_cert_chain(cert, key)
-server.socket = context.wrap_socket(server.socket, server_side=True)
+server.socket = context.wrap_socket(server.socket, server_side=True, do_handshake_on_connect=False)
 print("PORT %d" % server.server_address[1], flush=True)
 server.serve_forever()
